@@ -1,0 +1,30 @@
+// Messages between applications. Every broadcast is appended as one JSON line to the device's
+// message log ("/var/log/messages.jsonl" under the device root) and handed to the in-process
+// listeners registered for the addressed application names.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+class PLListener;
+class PLMessage;
+
+class PLPMEClient {
+public:
+    static PLPMEClient* GetInstance();
+
+    // Logs the message and delivers it to the listeners of the names it carries (its recipient and
+    // sender names; a message without names reaches every registered listener).
+    void BroadcastMessage(PLMessage* message);
+    // In-process delivery: `listener` hears messages addressed to `applicationName`.
+    void RegisterListener(const std::string& applicationName, PLListener* listener);
+    void UnregisterListener(PLListener* listener);
+
+    // The device path of the log.
+    static const char* LogPath() { return "/var/log/messages.jsonl"; }
+
+private:
+    PLPMEClient() = default;
+    std::multimap<std::string, PLListener*> mListeners;
+};
