@@ -6,6 +6,8 @@
 // stops at once.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -30,6 +32,15 @@ private:
     friend class PLListener;
     void Forget(PLListener* listener);
 
-    std::vector<PLListener*> mListeners;
+    // Each registration carries a serial number, so that a broadcast calls only listeners that were
+    // registered when it began, even if one was removed and a new one took its address meanwhile.
+    struct Registration {
+        PLListener* listener;
+        uint64_t serial;
+    };
+    bool IsRegistered(const Registration& registration) const;
+
+    std::vector<Registration> mListeners;
+    uint64_t mNextSerial = 0;
     std::shared_ptr<bool> mAlive;
 };

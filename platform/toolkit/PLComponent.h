@@ -28,8 +28,16 @@ public:
     void RemoveListener(PLListener* listener);
     virtual void BroadcastMessage(PLMessage* message);
 
+protected:
+    // Where a forwarding component hands its broadcasts after its listeners have heard them: a
+    // pane returns its parent. Null means nowhere.
+    virtual PLListener* GetForwardTarget() { return nullptr; }
+
 private:
     PLBroadcaster* mBroadcaster = nullptr;
     std::unique_ptr<PLBroadcaster> mOwnedBroadcaster;
     bool mForwardToParent = false;
+    // False once the component is destroyed, so that a broadcast during which a listener deletes
+    // the component does not go on to forward.
+    std::shared_ptr<bool> mAlive = std::make_shared<bool>(true);
 };

@@ -19,6 +19,7 @@ public:
     void BroadcastMessage(PLMessage* message);
     // In-process delivery: `listener` hears messages addressed to `applicationName`.
     void RegisterListener(const std::string& applicationName, PLListener* listener);
+    // Removes every registration of `listener`. A listener must unregister before it is destroyed.
     void UnregisterListener(PLListener* listener);
 
     // The device path of the log.
@@ -26,5 +27,10 @@ public:
 
 private:
     PLPMEClient() = default;
+    void AppendToLog(const PLMessage& message);
+    bool IsRegistered(const PLListener* listener) const;
+
     std::multimap<std::string, PLListener*> mListeners;
+    // A log that cannot be written is reported once, not on every message.
+    bool mLogFailureReported = false;
 };

@@ -1,4 +1,8 @@
 // A worker thread: derive, implement Run, Start it, WaitForCompletion to join.
+//
+// A derived class must call WaitForCompletion() in its own destructor: by the time this base
+// destructor joins, the derived members that Run uses are already gone. The base destructor
+// still joins, so no joinable std::thread is ever left behind.
 #pragma once
 
 #include <atomic>
