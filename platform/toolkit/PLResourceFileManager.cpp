@@ -57,8 +57,7 @@ std::string Describe(uint32_t type, uint32_t id) {
     return code + " " + std::to_string(id);
 }
 
-// Strict UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
-bool IsValidUTF8(const uint8_t* s, size_t n) {
+bool IsValidUTF8Bytes(const uint8_t* s, size_t n) {
     size_t i = 0;
     while (i < n) {
         uint8_t c = s[i];
@@ -103,7 +102,7 @@ std::string CheckPayload(uint32_t type, const std::vector<uint8_t>& data) {
                 return "text contains a NUL byte";
             }
         }
-        if (!IsValidUTF8(data.data(), data.size())) {
+        if (!IsValidUTF8Bytes(data.data(), data.size())) {
             return "text is not valid UTF-8";
         }
         return {};
@@ -298,6 +297,10 @@ uint32_t PLResourceFileManager::Checksum(const uint8_t* data, size_t length) {
         crc = table[(crc ^ data[i]) & 0xFF] ^ (crc >> 8);
     }
     return crc ^ 0xFFFFFFFFu;
+}
+
+bool PLResourceFileManager::IsValidUTF8(std::string_view text) {
+    return IsValidUTF8Bytes(reinterpret_cast<const uint8_t*>(text.data()), text.size());
 }
 
 bool PLResourceFileManager::LoadFromFile(const std::string& path, bool devicePath) {

@@ -26,6 +26,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -69,6 +70,8 @@ public:
 
     // CRC-32 (IEEE 802.3, reflected, as zlib's crc32) of a byte range.
     static uint32_t Checksum(const uint8_t* data, size_t length);
+    // Strict UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
+    static bool IsValidUTF8(std::string_view text);
 
 private:
     struct Entry {
