@@ -4,7 +4,8 @@
 // does not exist because the clocks sprang forward is resolved as glibc's mktime does with
 // tm_isdst = -1: the wall time is read with the offset in force before the change, so 01:30 on a
 // day the clocks go from 01:00 to 02:00 becomes 02:30 summer time. A repeated hour in autumn
-// resolves to whichever of the two moments mktime picks (glibc: the first, summer time).
+// resolves to whichever of its two moments mktime picks; glibc's choice depends on the zone's
+// rules, so callers must not rely on either.
 #include "PLTimeStamp.h"
 
 #include <climits>

@@ -1,0 +1,128 @@
+// The device root (path mapping, default, directory creation) and files opened through it.
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <fstream>
+
+#include "PLDeviceRoot.h"
+#include "PLFile.h"
+#include "toolkit_support.h"
+
+namespace {
+
+TEST(PLDeviceRootTest, ResolveStaysInsideTheRoot) {
+    struct Row {
+        const char* name;
+        const char* root;
+        const char* path;
+        const char* resolved;
+    } rows[] = {
+        {"plain", "/r", "/root/resource/calendar.rsc", "/r/root/resource/calendar.rsc"},
+        {"folder keeps its slash", "/r", "/tmp/", "/r/tmp/"},
+        {"root slash stripped", "/r/", "/var/log/messages.jsonl", "/r/var/log/messages.jsonl"},
+        {"identity without root", "", "/usr/share", "/usr/share"},
+        {"slash root is identity", "/", "/usr/share", "/usr/share"},
+        {"relative unchanged", "/r", "data/x", "data/x"},
+        {"dot and double slash", "/r", "/a/./b//c", "/r/a/b/c"},
+        {"inner dotdot", "/r", "/a/b/../c", "/r/a/c"},
+        {"escape at top", "/r", "/../etc/passwd", "/r/etc/passwd"},
+        {"deep escape", "/r", "/a/../../../../etc", "/r/etc"},
+        {"only dotdot", "/r", "/..", "/r/"},
+        {"the root itself", "/r", "/", "/r/"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        PLDeviceRoot::SetRoot(row.root);
+        EXPECT_EQ(PLDeviceRoot::Resolve(row.path), row.resolved);
+    }
+    PLDeviceRoot::SetRoot("");
+}
+
+TEST(PLDeviceRootTest, DefaultRootFromEnvironment) {
+    struct Row {
+        const char* name;
+        const char* xdg;  // null: unset
+        const char* home;
+        const char* root;
+    } rows[] = {
+        {"xdg data home", "/data", "/home/u", "/data/calendar-sim/device"},
+        {"xdg with slash", "/data/", "/home/u", "/data/calendar-sim/device"},
+        {"no xdg", nullptr, "/home/u", "/home/u/.local/share/calendar-sim/device"},
+        {"empty xdg", "", "/home/u", "/home/u/.local/share/calendar-sim/device"},
+        {"relative xdg ignored", "rel", "/home/u", "/home/u/.local/share/calendar-sim/device"},
+    };
+    const std::string oldHome = std::getenv("HOME") ? std::getenv("HOME") : "";
+    const char* oldXdgRaw = std::getenv("XDG_DATA_HOME");
+    const std::string oldXdg = oldXdgRaw ? oldXdgRaw : "";
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        setenv("HOME", row.home, 1);
+        row.xdg ? setenv("XDG_DATA_HOME", row.xdg, 1) : unsetenv("XDG_DATA_HOME");
+        EXPECT_EQ(PLDeviceRoot::DefaultRoot(), row.root);
+    }
+    setenv("HOME", oldHome.c_str(), 1);
+    oldXdgRaw ? setenv("XDG_DATA_HOME", oldXdg.c_str(), 1) : unsetenv("XDG_DATA_HOME");
+}
+
+TEST(PLDeviceRootTest, MakeParentDirectories) {
+    ScratchRoot root;
+    EXPECT_TRUE(PLDeviceRoot::MakeParentDirectories("/var/lib/calendar/events.db"));
+    EXPECT_TRUE(std::filesystem::is_directory(root.Path() + "/var/lib/calendar"));
+    EXPECT_FALSE(std::filesystem::exists(root.Path() + "/var/lib/calendar/events.db"));
+    // A file where a directory should be: a clear failure.
+    std::ofstream(root.Path() + "/blocker") << "x";
+    EXPECT_FALSE(PLDeviceRoot::MakeParentDirectories("/blocker/inner/file"));
+}
+
+TEST(PLFileTest, OpenResults) {
+    ScratchRoot root;
+    std::filesystem::create_directories(root.Path() + "/tmp");
+    std::ofstream(root.Path() + "/tmp/present.txt") << "hello";
+    std::ofstream(root.Path() + "/tmp/locked.txt") << "secret";
+    chmod((root.Path() + "/tmp/locked.txt").c_str(), 0);
+    const bool privileged = geteuid() == 0;  // root ignores permissions
+    struct Row {
+        const char* name;
+        const char* path;
+        long mode;
+        long result;
+    } rows[] = {
+        {"existing file", "/tmp/present.txt", PLFile::kRead, PLFile::kOK},
+        {"missing file", "/tmp/absent.txt", PLFile::kRead, PLFile::kNotFound},
+        {"missing folder", "/nowhere/x.txt", PLFile::kWrite, PLFile::kNotFound},
+        {"unreadable", "/tmp/locked.txt", PLFile::kRead,
+         privileged ? PLFile::kOK : PLFile::kAccessDenied},
+        {"a directory", "/tmp", PLFile::kRead, PLFile::kError},
+        {"unknown mode", "/tmp/present.txt", 7, PLFile::kError},
+        {"new file", "/tmp/new.txt", PLFile::kWrite, PLFile::kOK},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        PLFile file;
+        file.SetFilename(row.path);
+        EXPECT_EQ(file.OpenFile(row.mode, nullptr), row.result);
+        EXPECT_EQ(file.IsOpen(), row.result == PLFile::kOK);
+    }
+}
+
+TEST(PLFileTest, WriteAppendReadUnderTheRoot) {
+    ScratchRoot root;
+    std::filesystem::create_directories(root.Path() + "/tmp");
+    PLFile file;
+    file.SetFilename("/tmp/../tmp/data.bin");
+    ASSERT_EQ(file.OpenFile(PLFile::kWrite, nullptr), PLFile::kOK);
+    EXPECT_EQ(file.Write("abc", 3), 3u);
+    ASSERT_EQ(file.OpenFile(PLFile::kAppend, nullptr), PLFile::kOK);
+    EXPECT_EQ(file.Write("de", 2), 2u);
+    ASSERT_EQ(file.OpenFile(PLFile::kRead, nullptr), PLFile::kOK);
+    char buffer[16] = {};
+    EXPECT_EQ(file.Read(buffer, sizeof buffer), 5u);
+    EXPECT_STREQ(buffer, "abcde");
+    file.CloseFile();
+    EXPECT_EQ(file.Read(buffer, sizeof buffer), 0u);
+    EXPECT_TRUE(std::filesystem::exists(root.Path() + "/tmp/data.bin"));
+}
+
+}  // namespace
