@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 class PLBitmap;
@@ -29,6 +30,9 @@ public:
     PLBitmap* GetBitmap(PLBitmapState state) const;
 
 private:
+    // Empties a slot, deleting an owned bitmap that no other slot uses.
+    void Release(size_t index);
+
     uint32_t mSelector;
     bool mOwnsBitmaps;
     std::array<PLBitmap*, kPLBitmapStateCount> mBitmaps{};

@@ -12,6 +12,7 @@
 
 class PLBitmap;
 class PLFont;
+struct PLGlyph;
 
 // Horizontal justification for DrawString.
 enum PLJustification : long {
@@ -64,13 +65,20 @@ public:
     // - with `centred` the line is centred vertically in the rectangle, otherwise its top is at
     //   rect.top + offset.v;
     // - text that does not fit is clipped to the rectangle.
-    void DrawString(const PLBasicString<char>& text, const PLRect& rect, PLPoint offset, long length,
-                    bool centred, long justification);
+    void DrawString(const PLBasicString<char>& text, const PLRect& rect, PLPoint offset,
+                    long length, bool centred, long justification);
     void DrawString(std::string_view text, const PLRect& rect, PLPoint offset, long length,
                     bool centred, long justification);
 
 private:
     void BlendPixel(int x, int y, uint32_t argb);
+    // A local rectangle in target coordinates, computed wide and held to a range that no
+    // target reaches, so that wild coordinates cannot overflow.
+    PLRect ToTarget(const PLRect& local) const;
+    // The colour to paint with: a default colour means the theme's text colour.
+    static PLRGBColor Resolve(const PLRGBColor& color);
+    void FillTargetRect(const PLRect& target, uint32_t argb);
+    void DrawGlyph(const PLGlyph& glyph, int64_t penX, int64_t baseline, uint32_t argb);
 
     PLBitmap& mTarget;
     PLPoint mOrigin;

@@ -45,6 +45,9 @@ public:
     bool IsShuttingDown() const { return mShutdown; }
     // Allows Run again after a shutdown (tests, and the simulator between applications).
     void Reset();
+    // Back to a fresh loop: pending deletes done, timers and posted work dropped, no target,
+    // tracking or text sink, shutdown cleared (PLAppContext::ResetInstance).
+    void ResetState();
 
     // Routes one event at once (the loop's own dispatch, usable from tests and sources).
     void Dispatch(const PLEvent& event);

@@ -100,7 +100,8 @@ public:
     static void RemoveDrawingSuppression();
     static bool IsDrawingSuppressed();
 
-    // --- pen tracking: after StartTracking, moves and the pen-up go to this pane wherever the pen is.
+    // --- pen tracking: after StartTracking, moves and the pen-up go to this pane wherever the pen
+    // is.
     void StartTracking();
     void StopTracking();
     bool IsTracking() const;
@@ -125,9 +126,13 @@ public:
 protected:
     // Called when the pane was added to or removed from a parent.
     virtual void AttachedToParent() {}
+    // Broadcasts also reach the parent when SetComponentListener asked for forwarding.
+    PLListener* GetForwardTarget() override;
 
 private:
     void Invalidate();
+    // Takes `pane` out of the sub-panes; `invalidate` repaints where it was.
+    bool Detach(PLPane* pane, bool invalidate);
 
     uint32_t mID;
     PLPoint mLocation;

@@ -28,13 +28,19 @@ public:
     // Paints the whole tree now, whatever was marked.
     void PaintAll();
     // Called after every update with the rectangle that changed.
-    void SetPresenter(std::function<void(const PLRect&)> presenter) { mPresenter = std::move(presenter); }
+    void SetPresenter(std::function<void(const PLRect&)> presenter) {
+        mPresenter = std::move(presenter);
+    }
 
     // The pane under a screen point: the topmost shown pane that hits the point, deepest first.
     PLPane* PaneAt(PLPoint screenPoint) const;
 
 private:
     void Paint(const PLRect& region);
+    // Paints `pane` and its sub-panes inside `region`; `origin` is the pane's top-left on the
+    // screen and `parentVisible` the part of the screen its parent shows.
+    void PaintPane(PLPane& pane, PLPoint origin, const PLRect& parentVisible, const PLRect& region);
+    PLPane* PaneAtIn(PLPane& pane, PLPoint origin, PLPoint screenPoint) const;
 
     PLBitmap mFramebuffer;
     PLPane* mRoot = nullptr;
