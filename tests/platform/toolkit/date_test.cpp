@@ -21,6 +21,7 @@ void ExpectFields(const PLDate& date, YMD expected) {
 }
 
 TEST(PLDateTest, WeekdayOfKnownDates) {
+    // clang-format off
     struct Row {
         const char* name;
         YMD date;
@@ -35,6 +36,7 @@ TEST(PLDateTest, WeekdayOfKnownDates) {
         {"a Friday", {2030, 12, 27}, kFriday},
         {"last day of 2100", {2100, 12, 31}, kFriday},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLDate date(row.date.year, row.date.month, row.date.day);
@@ -65,6 +67,7 @@ TEST(PLDateTest, AgreesWithTheCLibraryFrom1900To2100) {
 }
 
 TEST(PLDateTest, MonthLengthsAndLeapYears) {
+    // clang-format off
     struct Row {
         const char* name;
         int month, year, days;
@@ -79,6 +82,7 @@ TEST(PLDateTest, MonthLengthsAndLeapYears) {
         {"month 0", 0, 2026, 0},
         {"month 13", 13, 2026, 0},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(PLDate::NumberOfDaysInMonth(row.month, row.year), row.days);
@@ -89,6 +93,7 @@ TEST(PLDateTest, MonthLengthsAndLeapYears) {
 }
 
 TEST(PLDateTest, FixFromMDYCarriesOutOfRangeFields) {
+    // clang-format off
     struct Row {
         const char* name;
         YMD in, out;
@@ -104,6 +109,7 @@ TEST(PLDateTest, FixFromMDYCarriesOutOfRangeFields) {
         {"month 25", {2026, 25, 1}, {2028, 1, 1}},
         {"valid date unchanged", {2030, 12, 31}, {2030, 12, 31}},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLDate date;
@@ -117,6 +123,7 @@ TEST(PLDateTest, FixFromMDYCarriesOutOfRangeFields) {
 }
 
 TEST(PLDateTest, DayArithmeticCrossesMonthAndYearEnds) {
+    // clang-format off
     struct Row {
         const char* name;
         YMD from;
@@ -131,6 +138,7 @@ TEST(PLDateTest, DayArithmeticCrossesMonthAndYearEnds) {
         {"over the unix epoch", {1969, 12, 31}, 1, {1970, 1, 1}},
         {"to the last day of 2030", {1970, 1, 1}, 22279, {2030, 12, 31}},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         const PLDate from(row.from.year, row.from.month, row.from.day);
@@ -165,6 +173,7 @@ TEST(PLDateTest, TodayFollowsThePinnedClockInLocalTime) {
 }
 
 TEST(PLDateTest, GetStartWeekdayFindsTheNthWeekday) {
+    // clang-format off
     struct Row {
         const char* name;
         YMD date;
@@ -184,6 +193,7 @@ TEST(PLDateTest, GetStartWeekdayFindsTheNthWeekday) {
         {"weekday 0 rejected", {2026, 11, 21}, 1, 0, false, {2026, 11, 21}},
         {"weekday 8 rejected", {2026, 11, 21}, 1, 8, false, {2026, 11, 21}},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLDate date(row.date.year, row.date.month, row.date.day);

@@ -14,6 +14,7 @@ struct Wall {
 
 // Each row: a local wall time in a zone and the UTC wall time it denotes.
 TEST(PLTimeStampTest, LocalDateAndTimeToStampAcrossZonesAndDaylightSaving) {
+    // clang-format off
     struct Row {
         const char* name;
         const char* zone;
@@ -21,34 +22,20 @@ TEST(PLTimeStampTest, LocalDateAndTimeToStampAcrossZonesAndDaylightSaving) {
     } rows[] = {
         {"london winter", "Europe/London", {2026, 1, 15, 9, 0, 0}, {2026, 1, 15, 9, 0, 0}},
         {"london summer", "Europe/London", {2026, 7, 1, 9, 0, 0}, {2026, 7, 1, 8, 0, 0}},
-        {"london midnight before spring change",
-         "Europe/London",
-         {2026, 3, 29, 0, 0, 0},
-         {2026, 3, 29, 0, 0, 0}},
-        {"london first summer hour",
-         "Europe/London",
-         {2026, 3, 29, 2, 0, 0},
-         {2026, 3, 29, 1, 0, 0}},
+        {"london midnight before spring change", "Europe/London", {2026, 3, 29, 0, 0, 0}, {2026, 3, 29, 0, 0, 0}},
+        {"london first summer hour", "Europe/London", {2026, 3, 29, 2, 0, 0}, {2026, 3, 29, 1, 0, 0}},
         // 01:30 does not exist that day; it is read with the winter offset (= 02:30 summer time).
         {"london spring gap", "Europe/London", {2026, 3, 29, 1, 30, 0}, {2026, 3, 29, 1, 30, 0}},
-        {"london noon after autumn change",
-         "Europe/London",
-         {2026, 10, 25, 12, 0, 0},
-         {2026, 10, 25, 12, 0, 0}},
+        {"london noon after autumn change", "Europe/London", {2026, 10, 25, 12, 0, 0}, {2026, 10, 25, 12, 0, 0}},
         {"new york winter", "America/New_York", {2026, 1, 15, 9, 0, 0}, {2026, 1, 15, 14, 0, 0}},
         {"new york summer", "America/New_York", {2026, 7, 1, 9, 0, 0}, {2026, 7, 1, 13, 0, 0}},
         {"new york spring gap", "America/New_York", {2026, 3, 8, 2, 30, 0}, {2026, 3, 8, 7, 30, 0}},
-        {"new york midnight of change",
-         "America/New_York",
-         {2026, 11, 1, 0, 0, 0},
-         {2026, 11, 1, 4, 0, 0}},
+        {"new york midnight of change", "America/New_York", {2026, 11, 1, 0, 0, 0}, {2026, 11, 1, 4, 0, 0}},
         {"shanghai", "Asia/Shanghai", {2026, 7, 1, 8, 0, 0}, {2026, 7, 1, 0, 0, 0}},
         {"shanghai new year", "Asia/Shanghai", {2027, 1, 1, 0, 0, 0}, {2026, 12, 31, 16, 0, 0}},
-        {"series limit in shanghai",
-         "Asia/Shanghai",
-         {2030, 12, 31, 23, 59, 59},
-         {2030, 12, 31, 15, 59, 59}},
+        {"series limit in shanghai", "Asia/Shanghai", {2030, 12, 31, 23, 59, 59}, {2030, 12, 31, 15, 59, 59}},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         ScopedTZ zone(row.zone);
@@ -90,6 +77,7 @@ TEST(PLTimeStampTest, StampsClampToThe32BitRange) {
 }
 
 TEST(PLTimeStampTest, ChangeTimeStampKeepsTheLocalTimeOfDay) {
+    // clang-format off
     struct Row {
         const char* name;
         const char* zone;
@@ -97,22 +85,11 @@ TEST(PLTimeStampTest, ChangeTimeStampKeepsTheLocalTimeOfDay) {
         PLDate to;
         Wall utc;
     } rows[] = {
-        {"london winter to summer",
-         "Europe/London",
-         {2026, 1, 15, 10, 30, 0},
-         PLDate(2026, 7, 1),
-         {2026, 7, 1, 9, 30, 0}},
-        {"new york summer to winter",
-         "America/New_York",
-         {2026, 7, 1, 23, 0, 0},
-         PLDate(2026, 12, 1),
-         {2026, 12, 2, 4, 0, 0}},
-        {"shanghai next day",
-         "Asia/Shanghai",
-         {2026, 7, 1, 7, 45, 10},
-         PLDate(2026, 7, 2),
-         {2026, 7, 1, 23, 45, 10}},
+        {"london winter to summer", "Europe/London", {2026, 1, 15, 10, 30, 0}, PLDate(2026, 7, 1), {2026, 7, 1, 9, 30, 0}},
+        {"new york summer to winter", "America/New_York", {2026, 7, 1, 23, 0, 0}, PLDate(2026, 12, 1), {2026, 12, 2, 4, 0, 0}},
+        {"shanghai next day", "Asia/Shanghai", {2026, 7, 1, 7, 45, 10}, PLDate(2026, 7, 2), {2026, 7, 1, 23, 45, 10}},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         ScopedTZ zone(row.zone);
@@ -126,6 +103,7 @@ TEST(PLTimeStampTest, ChangeTimeStampKeepsTheLocalTimeOfDay) {
 }
 
 TEST(PLTimeStampTest, DateText) {
+    // clang-format off
     struct Row {
         const char* name;
         long format;
@@ -136,6 +114,7 @@ TEST(PLTimeStampTest, DateText) {
         {"month first", 2, "03/07/2026"},
         {"unknown format is iso", 9, "2026-03-07"},
     };
+    // clang-format on
     ScopedTZ zone("America/New_York");
     // 02:00 UTC on the 7th is still the 6th in New York.
     const long stamp = UtcSeconds(2026, 3, 7, 2, 0, 0);
@@ -148,6 +127,7 @@ TEST(PLTimeStampTest, DateText) {
 }
 
 TEST(PLTimeTest, TwelveAndTwentyFourHourText) {
+    // clang-format off
     struct Row {
         const char* name;
         PLTime time;
@@ -161,6 +141,7 @@ TEST(PLTimeTest, TwelveAndTwentyFourHourText) {
         {"afternoon", PLTime(13, 5, 0), "13:05", "1:05 PM"},
         {"last minute", PLTime(23, 59, 0), "23:59", "11:59 PM"},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(PLTime::GetStr(row.time, kPLTimeFormat24).str(), row.h24);
@@ -173,6 +154,7 @@ TEST(PLTimeStampTest, NumberTextConversions) {
     EXPECT_EQ(PLNumToString(-42).str(), "-42");
     EXPECT_EQ(PLNumToString(0).str(), "0");
     EXPECT_EQ(PLUnsignedIntToString(4294967295UL).str(), "4294967295");
+    // clang-format off
     struct Row {
         const char* name;
         const char* text;
@@ -188,6 +170,7 @@ TEST(PLTimeStampTest, NumberTextConversions) {
         {"saturates", "4294967296", 4294967295UL},
         {"very long", "99999999999999999999999999", 4294967295UL},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(PLStringToUnsigned(PLBasicString<char>(row.text)), row.value);

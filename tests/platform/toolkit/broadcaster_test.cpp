@@ -1,0 +1,140 @@
+// Broadcasting: order, duplicates, and listeners that change the audience during a broadcast.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "PLComponent.h"
+#include "PLMessage.h"
+
+namespace {
+
+// A listener that records its name in a shared log and runs an optional action when called.
+class Recorder : public PLListener {
+public:
+    Recorder(std::string name, std::string& log) : mName(std::move(name)), mLog(log) {}
+    void Listen(PLMessage* /*message*/) override {
+        mLog += mName;
+        if (action) {
+            action();
+        }
+    }
+    std::function<void()> action;
+
+private:
+    std::string mName;
+    std::string& mLog;
+};
+
+struct Scene {
+    std::string log;
+    std::unique_ptr<PLBroadcaster> broadcaster = std::make_unique<PLBroadcaster>();
+    std::unique_ptr<Recorder> a = std::make_unique<Recorder>("a", log);
+    std::unique_ptr<Recorder> b = std::make_unique<Recorder>("b", log);
+    std::unique_ptr<Recorder> c = std::make_unique<Recorder>("c", log);
+    std::unique_ptr<Recorder> late = std::make_unique<Recorder>("L", log);
+    Scene() {
+        broadcaster->AddListener(a.get());
+        broadcaster->AddListener(b.get());
+        broadcaster->AddListener(c.get());
+    }
+};
+
+TEST(PLBroadcasterTest, ChangesDuringABroadcast) {
+    // clang-format off
+    struct Row {
+        const char* name;
+        std::function<void(Scene&)> arrange;
+        const char* firstLog;   // what the first broadcast reaches
+        const char* secondLog;  // and a second one (when the broadcaster survives)
+    } rows[] = {
+        {"in order of addition", [](Scene&) {}, "abc", "abc"},
+        {"adding twice keeps one", [](Scene& s) { s.broadcaster->AddListener(s.a.get()); }, "abc", "abc"},
+        {"removes itself", [](Scene& s) { s.a->action = [&s] { s.broadcaster->RemoveListener(s.a.get()); }; }, "abc", "bc"},
+        {"removes a later one", [](Scene& s) { s.a->action = [&s] { s.broadcaster->RemoveListener(s.c.get()); }; }, "ab", "ab"},
+        {"destroys a later one", [](Scene& s) { s.a->action = [&s] { s.b.reset(); }; }, "ac", "ac"},
+        {"destroys itself", [](Scene& s) { s.b->action = [&s] { s.b.reset(); }; }, "abc", "ac"},
+        {"adds a listener", [](Scene& s) {
+             s.a->action = [&s] { s.broadcaster->AddListener(s.late.get()); s.a->action = nullptr; };
+         }, "abc", "abcL"},
+        // The re-added one is new to this broadcast, even though it was there when it began.
+        {"removes and re-adds a later one", [](Scene& s) {
+             s.a->action = [&s] { s.broadcaster->RemoveListener(s.c.get()); s.broadcaster->AddListener(s.c.get()); };
+         }, "ab", "ab"},
+        {"deletes the broadcaster", [](Scene& s) { s.b->action = [&s] { s.broadcaster.reset(); }; }, "ab", ""},
+    };
+    // clang-format on
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Scene scene;
+        row.arrange(scene);
+        PLMessage message(kPLMsgControl, 1, 2, "", "");
+        scene.broadcaster->BroadcastMessage(&message);
+        EXPECT_EQ(scene.log, row.firstLog);
+        scene.log.clear();
+        if (scene.broadcaster) {
+            scene.broadcaster->BroadcastMessage(&message);
+        }
+        EXPECT_EQ(scene.log, row.secondLog);
+    }
+}
+
+TEST(PLBroadcasterTest, LifetimesOnBothSides) {
+    std::string log;
+    auto listener = std::make_unique<Recorder>("x", log);
+    {
+        PLBroadcaster first;
+        PLBroadcaster second;
+        first.AddListener(listener.get());
+        second.AddListener(listener.get());
+        listener.reset();  // leaves both
+        EXPECT_EQ(first.GetListenerCount(), 0u);
+        EXPECT_EQ(second.GetListenerCount(), 0u);
+    }
+    // A listener that outlives its broadcaster must not touch it when destroyed (ASan would see
+    // it).
+    listener = std::make_unique<Recorder>("y", log);
+    {
+        PLBroadcaster shortLived;
+        shortLived.AddListener(listener.get());
+        EXPECT_TRUE(shortLived.HasListener(listener.get()));
+    }
+    listener.reset();
+}
+
+// A component that forwards to a fixed target, standing in for a pane's parent.
+class Forwarding : public PLComponent {
+public:
+    PLListener* target = nullptr;
+
+protected:
+    PLListener* GetForwardTarget() override { return target; }
+};
+
+TEST(PLComponentTest, ForwardingAfterListeners) {
+    std::string log;
+    Recorder listener("l", log);
+    Recorder parent("p", log);
+    auto component = std::make_unique<Forwarding>();
+    component->target = &parent;
+    PLMessage message(kPLMsgUp, 1, 2, "", "");
+
+    component->SetComponentListener(&listener, true, false);
+    component->BroadcastMessage(&message);
+    EXPECT_EQ(log, "l");
+
+    component->SetComponentListener(nullptr, false, true);
+    EXPECT_TRUE(component->ForwardsToParent());
+    log.clear();
+    component->BroadcastMessage(&message);
+    EXPECT_EQ(log, "lp");
+
+    // The listener deletes the component: nothing is forwarded to the parent afterwards.
+    listener.action = [&component] { component.reset(); };
+    log.clear();
+    component->BroadcastMessage(&message);
+    EXPECT_EQ(log, "l");
+}
+
+}  // namespace
