@@ -4,6 +4,8 @@
 // month at +6, day at +7. The day number counts days on an epoch that fell on a Wednesday, so that
 // the weekday of day number d is (d + 3) mod 7 + 1 with 1 = Sunday .. 7 = Saturday. Day 0 is
 // 0001-01-03 of the proleptic Gregorian calendar, which keeps every date of interest positive.
+// Dates are kept within 0001-01-01..9999-12-31: wilder fields or day numbers are clamped to those
+// ends instead of wrapping the 16-bit year.
 #pragma once
 
 #include <cstdint>
