@@ -37,8 +37,11 @@ public:
     // Records the connection's current error message.
     void NoteError(const std::string& what);
 
-    // Set aside and quick check results are per process: a store is checked once per process.
+    // A store is checked once per process; this makes the next open check again.
     static void ForgetChecks();
+    // Caps every store opened afterwards at `pages` database pages (0: no cap), as a device quota;
+    // a write past it fails like a full disk.
+    static void SetPageQuota(long pages);
 
 private:
     bool CheckAndPrepare(const std::string& hostPath, const std::string& schemaName);

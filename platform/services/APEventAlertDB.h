@@ -26,7 +26,7 @@ public:
     int UpdateAlertInfo(_EventAlertInfo* info);
     // Fills `info`; 1 when found, 0 otherwise (info untouched).
     int GetEventAlertInfo(int id, _EventAlertInfo* info);
-    // Removes the record; 1 when one was removed.
+    // Removes the record and unregisters the daemon alarm it names; 1 when one was removed.
     int Delete(int id);
 
 private:

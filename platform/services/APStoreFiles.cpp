@@ -1,0 +1,102 @@
+// Schemas and opening of the service stores (see the header).
+#include "APStoreFiles.h"
+
+#include <sqlite3.h>
+
+#include <cstring>
+
+#include "APAlertDB.h"
+#include "APDatabase.h"
+#include "APEventRec.h"
+#include "APEventRecords.h"
+
+const char* const kAPEventStoreDevicePath = "/var/lib/calendar/events.db";
+const char* const kAPAlarmStoreDevicePath = "/var/lib/alarmd/alarms.db";
+
+namespace {
+
+// Events keep the whole record (zero-run coded) plus the columns the queries need. `reach` is the
+// first moment after which nothing of the event (or of its series) can touch a day, and `lvl` the
+// binary order of reach - start: a range query looks, per level, only at events that start at most
+// 2^lvl seconds before the range, so its cost follows the rows it returns, not the store's size.
+const char* const kEventSchema = R"sql(
+CREATE TABLE IF NOT EXISTS events(
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    start_ts INTEGER NOT NULL,
+    end_ts INTEGER NOT NULL,
+    last_ts INTEGER NOT NULL,
+    reach INTEGER NOT NULL,
+    lvl INTEGER NOT NULL,
+    kind INTEGER NOT NULL,
+    a INTEGER NOT NULL,
+    b INTEGER NOT NULL,
+    colour INTEGER NOT NULL,
+    all_day INTEGER NOT NULL,
+    alert_id INTEGER NOT NULL,
+    record BLOB NOT NULL);
+CREATE INDEX IF NOT EXISTS events_span
+    ON events(lvl, start_ts, reach, end_ts, last_ts, kind, a, b, colour, all_day);
+CREATE INDEX IF NOT EXISTS events_last ON events(last_ts);
+CREATE TABLE IF NOT EXISTS event_levels(lvl INTEGER PRIMARY KEY, len INTEGER NOT NULL);
+CREATE TABLE IF NOT EXISTS alerts(
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    record BLOB NOT NULL);
+)sql";
+
+std::string AlarmSchema(const std::string& schema) {
+    return "CREATE TABLE IF NOT EXISTS " + schema +
+           ".alarms("
+           "id INTEGER PRIMARY KEY AUTOINCREMENT, "
+           "alert_time INTEGER NOT NULL, "
+           "owner TEXT NOT NULL, "
+           "rule TEXT NOT NULL, "
+           "context BLOB NOT NULL);"
+           "CREATE TABLE IF NOT EXISTS " +
+           schema +
+           ".daemon_state("
+           "key TEXT PRIMARY KEY, "
+           "value INTEGER NOT NULL);";
+}
+
+}  // namespace
+
+bool APOpenEventStore(APDatabase& db) {
+    return db.Open(kAPEventStoreDevicePath, kEventSchema) &&
+           db.Attach(kAPAlarmStoreDevicePath, "alarmd", AlarmSchema("alarmd"));
+}
+
+bool APOpenAlarmStore(APDatabase& db) {
+    return db.Open(kAPAlarmStoreDevicePath, AlarmSchema("main"));
+}
+
+bool APDeleteAlertAndAlarm(APDatabase& db, int alertId) {
+    if (alertId <= 0) {
+        return true;
+    }
+    APStatement read(db.Handle(), "SELECT record FROM alerts WHERE id = ?1");
+    APStatement dropAlarm(db.Handle(), "DELETE FROM alarmd.alarms WHERE id = ?1");
+    APStatement dropAlert(db.Handle(), "DELETE FROM alerts WHERE id = ?1");
+    if (!read.Ok() || !dropAlarm.Ok() || !dropAlert.Ok()) {
+        db.NoteError("cannot prepare the alert removal");
+        return false;
+    }
+    sqlite3_bind_int(read.Get(), 1, alertId);
+    if (sqlite3_step(read.Get()) == SQLITE_ROW &&
+        sqlite3_column_bytes(read.Get(), 0) == int(sizeof(_EventAlertInfo))) {
+        _EventAlertInfo info;
+        std::memcpy(&info, sqlite3_column_blob(read.Get(), 0), sizeof info);
+        if (info.daemonId > 0) {
+            sqlite3_bind_int(dropAlarm.Get(), 1, info.daemonId);
+            if (sqlite3_step(dropAlarm.Get()) != SQLITE_DONE) {
+                db.NoteError("cannot remove the alarm");
+                return false;
+            }
+        }
+    }
+    sqlite3_bind_int(dropAlert.Get(), 1, alertId);
+    if (sqlite3_step(dropAlert.Get()) != SQLITE_DONE) {
+        db.NoteError("cannot remove the alert record");
+        return false;
+    }
+    return true;
+}
