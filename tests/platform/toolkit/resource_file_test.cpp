@@ -317,6 +317,11 @@ TEST_F(ResourceFileTest, RefusesEachKindOfDamageWithAClearMessage) {
              return Build({{kPLResBitmap, 2, Words({2, 2, 0, 0, 0})}});
          },
          "expected 24"},
+        {"more pixels than its size",
+         [&] {
+             return Build({{kPLResBitmap, 2, Words({1, 1, 0, 0})}});
+         },
+         "expected 12"},
         {"oversized bitmap",
          [&] {
              return Build({{kPLResBitmap, 2, Words({5000, 1, 0})}});
