@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "PLBasicString.h"
@@ -69,6 +70,16 @@ public:
                     long length, bool centred, long justification);
     void DrawString(std::string_view text, const PLRect& rect, PLPoint offset, long length,
                     bool centred, long justification);
+    // Plain C and standard strings convert to both of the above; these pick one.
+    void DrawString(const char* text, const PLRect& rect, PLPoint offset, long length, bool centred,
+                    long justification) {
+        DrawString(std::string_view(text != nullptr ? text : ""), rect, offset, length, centred,
+                   justification);
+    }
+    void DrawString(const std::string& text, const PLRect& rect, PLPoint offset, long length,
+                    bool centred, long justification) {
+        DrawString(std::string_view(text), rect, offset, length, centred, justification);
+    }
 
 private:
     void BlendPixel(int x, int y, uint32_t argb);

@@ -1,0 +1,238 @@
+// The pane tree: ownership, moves, lookups, deferred closing and pane-to-screen geometry.
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+#include "PLMessage.h"
+#include "gui_support.h"
+
+namespace {
+
+// Notes its own destruction by name, so that tests can see who deleted what and when.
+class MortalPane : public PLView {
+public:
+    MortalPane(std::string name, std::set<std::string>* dead, uint32_t id = 1)
+        : PLView(id, {0, 0}, {10, 10}), mName(std::move(name)), mDead(dead) {}
+    ~MortalPane() override { mDead->insert(mName); }
+    // A "ctrl" message makes the pane close itself, as a dialog's button would.
+    void Listen(PLMessage* message) override {
+        if (message->GetMessageID() == kPLMsgControl) {
+            Close(true, true);
+            closedInsideListen = true;
+        }
+    }
+    const std::string& Name() const { return mName; }
+    bool closedInsideListen = false;
+
+private:
+    std::string mName;
+    std::set<std::string>* mDead;
+};
+
+class PaneTreeTest : public GuiTest {
+protected:
+    // Outlives the panes that the fixture's root deletes at the end of each test.
+    std::set<std::string> dead;
+};
+
+TEST_F(PaneTreeTest, FindPaneSearchesThisPaneFirstThenDepthFirstInZOrder) {
+    // root(0) ── a(5) ── a1(7) ── a11(9)
+    //        │        └─ a2(9)
+    //        └─ b(7) ── b1(11)
+    auto* a = new MortalPane("a", &dead, 5);
+    auto* a1 = new MortalPane("a1", &dead, 7);
+    auto* a11 = new MortalPane("a11", &dead, 9);
+    auto* a2 = new MortalPane("a2", &dead, 9);
+    auto* b = new MortalPane("b", &dead, 7);
+    auto* b1 = new MortalPane("b1", &dead, 11);
+    root->AddSubPane(a, false);
+    root->AddSubPane(b, false);
+    a->AddSubPane(a1, false);
+    a->AddSubPane(a2, false);
+    a1->AddSubPane(a11, false);
+    b->AddSubPane(b1, false);
+
+    struct Row {
+        const char* name;
+        PLPane* from;
+        uint32_t id;
+        PLPane* expected;
+    };
+    const Row rows[] = {
+        {"own id answers itself", a, 5, a},
+        {"first in z-order wins over a later sibling", root.get(), 7, a1},
+        {"deeper match before a later sibling's", root.get(), 9, a11},
+        {"found in the second subtree", root.get(), 11, b1},
+        {"search from a subtree stays inside it", a, 11, nullptr},
+        {"missing id", root.get(), 12345, nullptr},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(row.from->FindPane(row.id), row.expected);
+    }
+}
+
+TEST_F(PaneTreeTest, AddingAPaneThatHasAParentMovesIt) {
+    auto* first = new MortalPane("first", &dead);
+    auto* second = new MortalPane("second", &dead);
+    auto* child = new MortalPane("child", &dead);
+    root->AddSubPane(first, false);
+    root->AddSubPane(second, false);
+    first->AddSubPane(child, false);
+
+    second->AddSubPane(child, false);
+    EXPECT_EQ(child->GetParent(), second);
+    EXPECT_TRUE(first->GetSubPanes().empty());
+    ASSERT_EQ(second->GetSubPanes().size(), 1u);
+
+    // Adding a sub-pane again to the same parent brings it to the top.
+    root->AddSubPane(first, false);
+    ASSERT_EQ(root->GetSubPanes().size(), 2u);
+    EXPECT_EQ(root->GetSubPanes().back(), first);
+    EXPECT_TRUE(dead.empty());
+}
+
+TEST_F(PaneTreeTest, InsertSubPaneClampsTheIndex) {
+    auto* bottom = new MortalPane("bottom", &dead);
+    auto* top = new MortalPane("top", &dead);
+    auto* middle = new MortalPane("middle", &dead);
+    root->AddSubPane(bottom, false);
+    root->AddSubPane(top, false);
+    root->InsertSubPane(middle, 1, false);
+    auto* far = new MortalPane("far", &dead);
+    root->InsertSubPane(far, 99, false);
+    const std::vector<PLPane*> expected = {bottom, middle, top, far};
+    EXPECT_EQ(root->GetSubPanes(), expected);
+}
+
+TEST_F(PaneTreeTest, RemoveSubPaneHandsOwnershipBack) {
+    auto* parent = new MortalPane("parent", &dead);
+    auto* kept = new MortalPane("kept", &dead);
+    auto* owned = new MortalPane("owned", &dead);
+    root->AddSubPane(parent, false);
+    parent->AddSubPane(kept, false);
+    parent->AddSubPane(owned, false);
+
+    EXPECT_TRUE(parent->RemoveSubPane(kept));
+    EXPECT_EQ(kept->GetParent(), nullptr);
+    EXPECT_FALSE(parent->RemoveSubPane(kept)) << "not a sub-pane any more";
+    EXPECT_FALSE(root->RemoveSubPane(owned)) << "a grandchild is not a sub-pane";
+
+    EXPECT_TRUE(root->RemoveSubPane(parent));
+    delete parent;
+    EXPECT_EQ(dead, (std::set<std::string>{"parent", "owned"}));
+    delete kept;
+    EXPECT_EQ(dead.count("kept"), 1u);
+}
+
+TEST_F(PaneTreeTest, DeletingAnAttachedPaneDetachesIt) {
+    auto* child = new MortalPane("child", &dead);
+    root->AddSubPane(child, false);
+    delete child;
+    EXPECT_TRUE(root->GetSubPanes().empty());
+}
+
+TEST_F(PaneTreeTest, CloseWithDestroyDeletesAtTheNextIdleMoment) {
+    struct Row {
+        const char* name;
+        bool destroy;
+        bool deletedAfterIdle;
+    };
+    const Row rows[] = {
+        {"close and destroy", true, true},
+        {"close only", false, false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        dead.clear();
+        auto* dialog = new MortalPane("dialog", &dead);
+        root->AddSubPane(dialog, false);
+        dialog->Close(row.destroy, false);
+        EXPECT_EQ(dialog->GetParent(), nullptr);
+        EXPECT_TRUE(dead.empty()) << "never deleted before the idle work";
+        Loop().ProcessIdle();
+        EXPECT_EQ(dead.count("dialog") == 1, row.deletedAfterIdle);
+        if (!row.deletedAfterIdle) {
+            delete dialog;
+        }
+    }
+}
+
+TEST_F(PaneTreeTest, PaneMayCloseItselfInsideItsOwnListen) {
+    auto* dialog = new MortalPane("dialog", &dead);
+    root->AddSubPane(dialog, false);
+    PLMessage pressed(kPLMsgControl, 1, 0, kEmptyString, kEmptyString);
+    dialog->Listen(&pressed);
+    ASSERT_TRUE(dead.empty());
+    EXPECT_TRUE(dialog->closedInsideListen);
+    Loop().ProcessIdle();
+    EXPECT_EQ(dead.count("dialog"), 1u);
+}
+
+TEST_F(PaneTreeTest, DeletedPaneIsForgottenByTheEventLoop) {
+    auto* pane = new MortalPane("pane", &dead);
+    root->AddSubPane(pane, false);
+    Loop().SetTarget(pane);
+    pane->StartTracking();
+    ASSERT_TRUE(pane->IsTracking());
+    delete pane;
+    EXPECT_EQ(Loop().GetTarget(), nullptr);
+    EXPECT_EQ(Loop().GetTrackingPane(), nullptr);
+}
+
+TEST_F(PaneTreeTest, ClosedPaneDeletedByItsOwnerIsNotDeletedTwice) {
+    auto* pane = new MortalPane("pane", &dead);
+    root->AddSubPane(pane, false);
+    pane->Close(true, false);
+    delete pane;  // the owner changed its mind and deleted it at once
+    Loop().ProcessIdle();
+    EXPECT_EQ(dead.size(), 1u);
+}
+
+TEST_F(PaneTreeTest, ScreenGeometryFollowsLocationsAndScrollOffsets) {
+    // A container at (40, 20) of 100 x 100 pixels, scrolled by (30, 5), holds the child.
+    struct Row {
+        const char* name;
+        PLPoint childAt;
+        PLSize childSize;
+        PLRect screen;
+        PLRect visible;
+    };
+    const Row rows[] = {
+        {"inside", {35, 10}, {20, 20}, {45, 25, 65, 45}, {45, 25, 65, 45}},
+        {"scrolled above the top", {10, 10}, {40, 20}, {20, 25, 60, 45}, {40, 25, 60, 45}},
+        {"past the right edge", {50, 100}, {10, 40}, {60, 115, 70, 155}, {60, 115, 70, 120}},
+        {"scrolled out entirely", {0, 0}, {20, 20}, {10, 15, 30, 35}, {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto* container = new PLView(1, {40, 20}, {100, 100});
+        root->AddSubPane(container, false);
+        container->SetScrollOffset({30, 5}, false);
+        auto* child = new PLView(2, row.childAt, row.childSize);
+        container->AddSubPane(child, false);
+        EXPECT_EQ(child->GetScreenRect(), row.screen);
+        EXPECT_EQ(child->GetVisibleScreenRect(), row.visible);
+        const PLPoint local{3, 4};
+        EXPECT_EQ(child->ScreenToLocal(child->LocalToScreen(local)), local);
+        delete container;
+    }
+}
+
+TEST_F(PaneTreeTest, VisibilityNeedsEveryAncestorShownAndTheScreenRoot) {
+    auto* parent = new PLView(1, {0, 0}, {50, 50});
+    auto* child = new PLView(2, {0, 0}, {10, 10});
+    root->AddSubPane(parent, false);
+    parent->AddSubPane(child, false);
+    EXPECT_TRUE(child->IsVisible());
+    parent->Hide(false);
+    EXPECT_FALSE(child->IsVisible());
+    EXPECT_TRUE(child->GetVisibleScreenRect().IsEmpty());
+    parent->Show(false);
+    root->RemoveSubPane(parent);
+    EXPECT_FALSE(child->IsVisible()) << "not attached to the screen's root";
+    delete parent;
+}
+
+}  // namespace

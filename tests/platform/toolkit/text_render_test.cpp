@@ -1,0 +1,299 @@
+// Text: UTF-8 decoding, measuring and fitting, and where DrawString puts the glyphs.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "PLBitmap.h"
+#include "PLDrawContext.h"
+#include "PLFont.h"
+#include "PLTheme.h"
+
+namespace {
+
+constexpr uint32_t kPaper = 0xFFFFFFFF;
+
+PLBitmap Paper(int width, int height) {
+    return PLBitmap(width, height, std::vector<uint32_t>(size_t(width) * size_t(height), kPaper));
+}
+
+// The smallest rectangle holding every pixel that is not paper; empty when none.
+PLRect InkBox(const PLBitmap& bitmap) {
+    PLRect box;
+    for (int y = 0; y < bitmap.GetHeight(); ++y) {
+        for (int x = 0; x < bitmap.GetWidth(); ++x) {
+            if (bitmap.GetPixel(x, y) != kPaper) {
+                box = box.Union({y, x, y + 1, x + 1});
+            }
+        }
+    }
+    return box;
+}
+
+PLFont* Small() {
+    return PLFont::GetFont(PLFourCC("UC16"));
+}
+PLFont* Large() {
+    return PLFont::GetFont(PLFourCC("UC24"));
+}
+
+TEST(TextRender, DecodingTurnsEveryBadByteIntoAReplacementMark) {
+    constexpr char32_t R = PLFont::kReplacementCharacter;
+    struct Row {
+        const char* name;
+        std::string text;
+        std::vector<char32_t> expected;
+    };
+    const std::vector<Row> rows = {
+        {"ASCII", "Ab", {U'A', U'b'}},
+        {"two-byte", "\xc3\xa9", {0xE9}},
+        {"three-byte CJK", "\xe6\x97\xa5", {0x65E5}},
+        {"four-byte", "\xf0\x9d\x84\x9e", {0x1D11E}},
+        {"stray byte between letters",
+         "a\xff"
+         "b",
+         {U'a', R, U'b'}},
+        {"continuation byte alone", "\x80", {R}},
+        {"sequence cut at the end", "\xe6\x97", {R, R}},
+        {"sequence cut by a letter",
+         "\xe6"
+         "a",
+         {R, U'a'}},
+        {"overlong slash", "\xc0\xaf", {R, R}},
+        {"surrogate half", "\xed\xa0\x80", {R, R, R}},
+        {"beyond Unicode", "\xf4\x90\x80\x80", {R, R, R, R}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::vector<char32_t> decoded;
+        for (size_t pos = 0; pos < row.text.size();) {
+            const size_t before = pos;
+            decoded.push_back(PLFont::DecodeUTF8(row.text, pos));
+            ASSERT_GT(pos, before) << "decoding must always advance";
+        }
+        EXPECT_EQ(decoded, row.expected);
+    }
+}
+
+TEST(TextRender, FontsHaveTheirSizesAndSaneMetrics) {
+    struct Row {
+        const char* name;
+        PLFont* font;
+        int pixelSize;
+    };
+    const Row rows[] = {
+        {"UC16", Small(), 16},
+        {"UC24", Large(), 24},
+        {"unknown code falls back to 16 pixels", PLFont::GetFont(PLFourCC("XXXX")), 16},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(row.font->GetPixelSize(), row.pixelSize);
+        EXPECT_GT(row.font->GetAscent(), row.pixelSize / 2);
+        EXPECT_GE(row.font->GetDescent(), 0);
+        EXPECT_GE(row.font->GetLineHeight(), row.pixelSize);
+        EXPECT_LE(row.font->GetLineHeight(), row.pixelSize * 2);
+    }
+}
+
+TEST(TextRender, LatinAndCjkTextIsDrawnAndMeasured) {
+    const int space = Small()->MeasureText(" ");
+    ASSERT_GT(space, 0);
+    struct Row {
+        const char* name;
+        std::string text;
+        bool widerThanSpacePerCharacter;
+    };
+    const std::vector<Row> rows = {
+        {"Latin", "Hello", true},
+        {"accented Latin",
+         "\xc3\x9c"
+         "ber",
+         true},
+        {"CJK", "\xe6\x97\xa5\xe5\x8e\x86", true},
+        {"invalid bytes", "\xff\xfe\xfd", false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        PLBitmap paper = Paper(200, 40);
+        PLDrawContext context(paper);
+        context.SetTextColor(PLRGBColor(0, 0, 0));
+        context.DrawString(row.text, {0, 0, 40, 200}, kNullPoint, -1, true, kPLJustifyLeft);
+        const PLRect ink = InkBox(paper);
+        EXPECT_FALSE(ink.IsEmpty()) << "something was drawn";
+        const int width = Small()->MeasureText(row.text);
+        EXPECT_GT(width, 0);
+        EXPECT_LE(ink.Width(), width + 2) << "ink stays within the measured width";
+        EXPECT_GT(Large()->MeasureText(row.text), width) << "the larger font is wider";
+    }
+    const int cjkCharacter = Small()->MeasureText("\xe6\x97\xa5");
+    EXPECT_GT(cjkCharacter, space);
+    EXPECT_GE(cjkCharacter, 12) << "a CJK character is about a square";
+}
+
+TEST(TextRender, FitTextCutsAtCharacterBoundaries) {
+    const std::string text =
+        "\xe6\x97\xa5\xe5\x8e\x86"
+        "ab";  // two CJK characters, two letters
+    PLFont* font = Small();
+    const int first = font->MeasureText("\xe6\x97\xa5");
+    const int both = font->MeasureText("\xe6\x97\xa5\xe5\x8e\x86");
+    struct Row {
+        const char* name;
+        int width;
+        size_t bytes;
+    };
+    const Row rows[] = {
+        {"nothing fits", 0, 0},
+        {"less than one character", first - 1, 0},
+        {"exactly one character", first, 3},
+        {"one and a bit: never half a character", first + 1, 3},
+        {"exactly two", both, 6},
+        {"everything", 1000, text.size()},
+        {"negative width", -5, 0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(font->FitText(text, row.width), row.bytes);
+    }
+}
+
+// Where DrawString puts a line: horizontally by justification and offset.h, vertically centred in
+// the rectangle or at offset.v, always inside the rectangle.
+TEST(TextRender, JustificationAndVerticalCentringPlaceTheLine) {
+    const PLRect rect{10, 20, 50, 180};  // 40 high, 160 wide
+    const std::string text = "Ag8";
+    PLFont* font = Small();
+    const int width = font->MeasureText(text);
+    const int lineHeight = font->GetLineHeight();
+    struct Row {
+        const char* name;
+        long justification;
+        bool centred;
+        PLPoint offset;
+        int expectedLeft;     // where the line's advance box starts
+        int expectedLineTop;  // where the line box (ascent + descent) starts
+    };
+    const int centredTop = rect.top + (rect.Height() - lineHeight) / 2;
+    const std::vector<Row> rows = {
+        {"left with offset", kPLJustifyLeft, true, {0, 4}, rect.left + 4, centredTop},
+        {"right with offset", kPLJustifyRight, true, {0, 6}, rect.right - 6 - width, centredTop},
+        {"centre ignores the offset",
+         kPLJustifyCenter,
+         true,
+         {0, 9},
+         rect.left + (rect.Width() - width) / 2,
+         centredTop},
+        {"not centred: top at offset.v", kPLJustifyLeft, false, {5, 0}, rect.left, rect.top + 5},
+        {"not centred without offset",
+         kPLJustifyRight,
+         false,
+         {0, 0},
+         rect.right - width,
+         rect.top},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        PLBitmap paper = Paper(200, 60);
+        PLDrawContext context(paper);
+        context.SetTextColor(PLRGBColor(0, 0, 0));
+        context.DrawString(text, rect, row.offset, -1, row.centred, row.justification);
+        const PLRect ink = InkBox(paper);
+        ASSERT_FALSE(ink.IsEmpty());
+        // Glyphs may overhang their advance box by a pixel or two (side bearings).
+        EXPECT_NEAR(ink.left, row.expectedLeft, 2);
+        EXPECT_NEAR(ink.right, row.expectedLeft + width, 2);
+        EXPECT_GE(ink.top, row.expectedLineTop);
+        EXPECT_LE(ink.bottom, row.expectedLineTop + lineHeight);
+        // "A" reaches up near the ascent and "g" down into the descent.
+        EXPECT_LE(ink.top, row.expectedLineTop + font->GetAscent() / 2);
+        EXPECT_GT(ink.bottom, row.expectedLineTop + font->GetAscent());
+    }
+}
+
+TEST(TextRender, LengthLimitsAndClipsToTheRectangle) {
+    PLFont* font = Small();
+    struct Row {
+        const char* name;
+        std::string text;
+        long length;
+        PLRect rect;
+        int expectedInkWidthAtMost;
+    };
+    const std::vector<Row> rows = {
+        {"length draws only the first bytes",
+         "WWWWWW",
+         2,
+         {0, 0, 30, 200},
+         font->MeasureText("WW") + 1},
+        {"zero length means all of it", "WW", 0, {0, 0, 30, 200}, font->MeasureText("WW") + 1},
+        {"too long for the rectangle is clipped", "WWWWWWWWWWWW", -1, {0, 0, 30, 25}, 25},
+        {"a length past the end is the whole text",
+         "WW",
+         99,
+         {0, 0, 30, 200},
+         font->MeasureText("WW") + 1},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        PLBitmap paper = Paper(200, 30);
+        PLDrawContext context(paper);
+        context.DrawString(row.text, row.rect, kNullPoint, row.length, true, kPLJustifyLeft);
+        const PLRect ink = InkBox(paper);
+        ASSERT_FALSE(ink.IsEmpty());
+        EXPECT_LE(ink.right, row.expectedInkWidthAtMost);
+        EXPECT_LE(ink.right, row.rect.right);
+    }
+}
+
+// A theme whose text is green: a default text colour must follow it.
+class GreenTextTheme : public PLTheme {
+public:
+    PLRGBColor GetTextColor() const override { return {0, 160, 0}; }
+};
+
+TEST(TextRender, TextColourComesFromTheContextOrTheTheme) {
+    PLThemeManager::SetCurrentTheme(new GreenTextTheme);
+    struct Row {
+        const char* name;
+        PLRGBColor color;
+        PLRGBColor expectedInk;  // both inks have no red, which gives the coverage away
+    };
+    const Row rows[] = {
+        {"explicit colour", PLRGBColor(0, 0, 200), PLRGBColor(0, 0, 200)},
+        {"default colour uses the theme's", PLRGBColor(-1, false), PLRGBColor(0, 160, 0)},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        PLBitmap paper = Paper(60, 30);
+        PLDrawContext context(paper);
+        context.SetTextColor(row.color);
+        context.DrawString("IHIH", {0, 0, 30, 60}, kNullPoint, -1, true, kPLJustifyLeft);
+        // The most covered pixel is the ink blended over white paper by its coverage.
+        uint32_t darkest = kPaper;
+        for (int y = 0; y < 30; ++y) {
+            for (int x = 0; x < 60; ++x) {
+                if (((paper.GetPixel(x, y) >> 16) & 0xFF) < ((darkest >> 16) & 0xFF)) {
+                    darkest = paper.GetPixel(x, y);
+                }
+            }
+        }
+        const double coverage = 1.0 - double((darkest >> 16) & 0xFF) / 255.0;
+        ASSERT_GT(coverage, 0.5);
+        auto blended = [coverage](int ink) { return ink * coverage + 255.0 * (1.0 - coverage); };
+        EXPECT_NEAR(double((darkest >> 8) & 0xFF), blended(row.expectedInk.green), 2.0);
+        EXPECT_NEAR(double(darkest & 0xFF), blended(row.expectedInk.blue), 2.0);
+    }
+    PLThemeManager::SetCurrentTheme(nullptr);
+}
+
+TEST(TextRender, RepaintingReusesTheCachedGlyph) {
+    PLFont* font = Small();
+    const PLGlyph* first = font->GetGlyph(U'Q');
+    const PLGlyph* again = font->GetGlyph(U'Q');
+    EXPECT_EQ(first, again);
+    EXPECT_GT(first->advance, 0);
+    EXPECT_EQ(first->coverage.size(), size_t(first->width) * size_t(first->height));
+}
+
+}  // namespace
