@@ -1,0 +1,280 @@
+// Settings store: defaults, round trips, atomic replacement, damaged files that are reported and
+// kept, getters that leave the value alone on failure, and calendar-ctl's key validation.
+#include <dirent.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "APConfig.h"
+#include "store_support.h"
+
+namespace {
+
+std::string ReadFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::stringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+
+void WriteFile(const std::string& path, const std::string& data) {
+    std::ofstream(path, std::ios::binary) << data;
+}
+
+std::vector<std::string> FilesIn(const std::string& folder) {
+    std::vector<std::string> names;
+    if (DIR* dir = opendir(folder.c_str())) {
+        while (dirent* e = readdir(dir)) {
+            std::string name = e->d_name;
+            if (name != "." && name != "..") {
+                names.push_back(name);
+            }
+        }
+        closedir(dir);
+    }
+    return names;
+}
+
+class ConfigTest : public StoreRootTest {
+protected:
+    std::string SettingsPath() { return HostPath(kAPConfigDevicePath); }
+    void Defaults() {
+        std::string error;
+        ASSERT_TRUE(APConfig_EnsureDefaults(error)) << error;
+    }
+};
+
+TEST_F(ConfigTest, FreshRootHasNoSettingsUntilDefaultsAreWritten) {
+    APCONFIG_CALENDAR_S config;
+    config.defaultView = 1;
+    EXPECT_EQ(APConfigCalendar_Read(&config), 0);
+    EXPECT_EQ(config.defaultView, 1) << "a failed read must not touch the record";
+
+    Defaults();
+    ASSERT_EQ(APConfigCalendar_Read(&config) & 0xFF, 1);
+    EXPECT_EQ(config.defaultView, 11414);
+    EXPECT_EQ(config.startWeekDay, 11424);
+    EXPECT_EQ(config.startDayTime, 8);
+    EXPECT_EQ(config.keepTime, 11457);
+    EXPECT_EQ(config.lunarCalendar, 0);
+    long format = -1;
+    ASSERT_EQ(APConfigSystem_GetTimeFormat(&format), 1);
+    EXPECT_NE(format, 2) << "12-hour display by default";
+    ASSERT_EQ(APConfigSystem_GetDateFormat(&format), 1);
+    EXPECT_EQ(format, 0);
+}
+
+TEST_F(ConfigTest, CalendarRecordRoundTrips) {
+    struct Row {
+        const char* name;
+        APCONFIG_CALENDAR_S record;
+    };
+    const Row rows[] = {
+        {"week_monday_hour0_oneweek_lunar", {11415, 11425, 0, 11452, 1, {0, 0, 0}}},
+        {"day_saturday_hour23_year", {11416, 11430, 23, 11456, 0, {0, 0, 0}}},
+        {"out_of_range_values_kept_as_given", {0, -5, 99, 70000, 2, {0, 0, 0}}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        APCONFIG_CALENDAR_S written = row.record;
+        ASSERT_EQ(APConfigCalendar_Write(&written), 1);
+        APCONFIG_CALENDAR_S read;
+        ASSERT_EQ(APConfigCalendar_Read(&read), 1);
+        EXPECT_EQ(read.defaultView, written.defaultView);
+        EXPECT_EQ(read.startWeekDay, written.startWeekDay);
+        EXPECT_EQ(read.startDayTime, written.startDayTime);
+        EXPECT_EQ(read.keepTime, written.keepTime);
+        EXPECT_EQ(read.lunarCalendar, written.lunarCalendar);
+    }
+}
+
+TEST_F(ConfigTest, WorldClockAndSystemFormatsSurviveCalendarWrites) {
+    Defaults();
+    APCONFIG_WORLDCLOCK_S clock;
+    clock.enabled = 1;
+    clock.foreignOffsetMinutes = -300;
+    clock.foreignDaylight = 1;
+    ASSERT_EQ(APConfigWorldClock_Write(&clock), 1);
+    ASSERT_EQ(APConfigSystem_SetTimeFormat(2), 1);
+    ASSERT_EQ(APConfigSystem_SetDateFormat(1), 1);
+    APCONFIG_CALENDAR_S config;
+    config.lunarCalendar = 1;
+    ASSERT_EQ(APConfigCalendar_Write(&config), 1);
+
+    APCONFIG_WORLDCLOCK_S read;
+    ASSERT_EQ(APConfigWorldClock_Read(&read), 1);
+    EXPECT_EQ(read.enabled, 1);
+    EXPECT_EQ(read.foreignOffsetMinutes, -300);
+    EXPECT_EQ(read.foreignDaylight, 1);
+    long value = 0;
+    ASSERT_EQ(APConfigSystem_GetTimeFormat(&value), 1);
+    EXPECT_EQ(value, 2);
+    ASSERT_EQ(APConfigSystem_GetDateFormat(&value), 1);
+    EXPECT_EQ(value, 1);
+    EXPECT_EQ(APConfigSystem_SetDateFormat(3), 0) << "date formats are 0..2";
+}
+
+TEST_F(ConfigTest, WritesReplaceTheFileWholeAndLeaveNoTemporaryFiles) {
+    Defaults();
+    std::string before = ReadFile(SettingsPath());
+    // A temporary file left by an interrupted write must not disturb readers or later writes.
+    WriteFile(SettingsPath() + ".tmp-1", "half written");
+    APCONFIG_CALENDAR_S config;
+    config.startDayTime = 6;
+    ASSERT_EQ(APConfigCalendar_Write(&config), 1);
+    std::string after = ReadFile(SettingsPath());
+    EXPECT_NE(before, after);
+    EXPECT_EQ(after.find("calendar.day_start=6\n") != std::string::npos, true) << after;
+    std::string folder = SettingsPath().substr(0, SettingsPath().find_last_of('/'));
+    for (const std::string& name : FilesIn(folder)) {
+        EXPECT_TRUE(name == "settings.conf" || name == "settings.conf.tmp-1") << name;
+    }
+}
+
+TEST_F(ConfigTest, DamagedFilesAreReportedAndKept) {
+    Defaults();
+    const std::string good = ReadFile(SettingsPath());
+    auto replace = [&](const std::string& from, const std::string& to) {
+        std::string text = good;
+        size_t at = text.find(from);
+        EXPECT_NE(at, std::string::npos) << from;
+        return at == std::string::npos ? text : text.replace(at, from.size(), to);
+    };
+    struct Row {
+        const char* name;
+        std::string content;
+    };
+    const Row rows[] = {
+        {"empty", ""},
+        {"truncated_before_checksum", good.substr(0, good.find("checksum"))},
+        {"cut_mid_line", good.substr(0, good.size() / 2)},
+        {"value_changed_without_checksum", replace("day_start=8", "day_start=9")},
+        {"checksum_altered", replace("checksum=", "checksum=0")},
+        {"unknown_key", replace("calendar.lunar=0\n", "calendar.lunar=0\ncalendar.colour=3\n")},
+        {"not_a_number", replace("day_start=8", "day_start=eight")},
+        {"number_too_large", replace("day_start=8", "day_start=99999999999")},
+        {"binary", std::string("\x00\xff\x13settings", 11)},
+        {"no_trailing_newline", good.substr(0, good.size() - 1)},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        WriteFile(SettingsPath(), row.content);
+        APCONFIG_CALENDAR_S config;
+        config.keepTime = 4242;
+        EXPECT_EQ(APConfigCalendar_Read(&config), 0);
+        EXPECT_EQ(config.keepTime, 4242);
+        long value = 77;
+        EXPECT_EQ(APConfigCalendar_GetStartDayTime(&value), 0);
+        EXPECT_EQ(APConfigCalendar_GetKeepTime(&value), 0);
+        EXPECT_EQ(APConfigCalendar_GetLunarCalendar(&value), 0);
+        EXPECT_EQ(APConfigCalendar_GetStartWeekDay(&value), 0);
+        EXPECT_EQ(APConfigSystem_GetTimeFormat(&value), 0);
+        EXPECT_EQ(value, 77);
+        std::string error;
+        EXPECT_FALSE(APConfig_SetByKey("lunar", "1", error));
+        EXPECT_NE(error.find("damaged"), std::string::npos) << error;
+        std::string unused;
+        EXPECT_TRUE(APConfig_EnsureDefaults(unused))
+            << "a damaged file is not replaced by defaults";
+        EXPECT_EQ(ReadFile(SettingsPath()), row.content) << "reads and refusals keep the file";
+    }
+}
+
+TEST_F(ConfigTest, ApplicationWriteSetsADamagedFileAsideBeforeWriting) {
+    Defaults();
+    std::string damaged = "calendar.default_view=11415\n";
+    WriteFile(SettingsPath(), damaged);
+    APCONFIG_CALENDAR_S config;
+    config.defaultView = 11416;
+    ASSERT_EQ(APConfigCalendar_Write(&config), 1);
+    EXPECT_EQ(ReadFile(SettingsPath() + ".damaged"), damaged);
+    APCONFIG_CALENDAR_S read;
+    ASSERT_EQ(APConfigCalendar_Read(&read), 1);
+    EXPECT_EQ(read.defaultView, 11416);
+}
+
+TEST_F(ConfigTest, GettersReturnTheirFieldInTheLowByte) {
+    APCONFIG_CALENDAR_S config{11416, 11427, 13, 11454, 1, {0, 0, 0}};
+    ASSERT_EQ(APConfigCalendar_Write(&config), 1);
+    struct Row {
+        const char* name;
+        long (*getter)(long*);
+        long expected;
+    };
+    const Row rows[] = {
+        {"default_view", APConfigCalendar_GetDefaultView, 11416},
+        {"start_weekday", APConfigCalendar_GetStartWeekDay, 11427},
+        {"start_day_time", APConfigCalendar_GetStartDayTime, 13},
+        {"keep_time", APConfigCalendar_GetKeepTime, 11454},
+        {"lunar", APConfigCalendar_GetLunarCalendar, 1},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        long value = -1;
+        EXPECT_EQ(row.getter(&value) & 0xFF, 1);
+        EXPECT_EQ(value, row.expected);
+        EXPECT_EQ(row.getter(nullptr), 0);
+    }
+    // With the file gone every getter fails and leaves the value as it was.
+    ASSERT_EQ(std::remove(SettingsPath().c_str()), 0);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        long value = 31337;
+        EXPECT_EQ(row.getter(&value), 0);
+        EXPECT_EQ(value, 31337);
+    }
+}
+
+TEST_F(ConfigTest, KeysAreValidatedBeforeAnythingIsWritten) {
+    Defaults();
+    struct Row {
+        const char* name;
+        const char* key;
+        const char* value;
+        bool accepted;
+        const char* shown;  // what config get prints afterwards
+    };
+    const Row rows[] = {
+        {"view_week", "default_view", "11415", true, "11415"},
+        {"view_below_range", "default_view", "11413", false, "11415"},
+        {"weekday_saturday", "first_weekday", "11430", true, "11430"},
+        {"weekday_past_saturday", "first_weekday", "11431", false, "11430"},
+        {"day_start_23", "day_start", "23", true, "23"},
+        {"day_start_24", "day_start", "24", false, "23"},
+        {"day_start_negative", "day_start", "-1", false, "23"},
+        {"day_start_trailing_text", "day_start", "7am", false, "23"},
+        {"day_start_empty", "day_start", "", false, "23"},
+        {"keep_one_week", "keep_time", "11452", true, "11452"},
+        {"keep_unknown", "keep_time", "11458", false, "11452"},
+        {"lunar_on", "lunar", "1", true, "1"},
+        {"lunar_two", "lunar", "2", false, "1"},
+        {"time_24", "time_format", "24", true, "24"},
+        {"time_13", "time_format", "13", false, "24"},
+        {"date_2", "date_format", "2", true, "2"},
+        {"date_3", "date_format", "3", false, "2"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::string error;
+        EXPECT_EQ(APConfig_SetByKey(row.key, row.value, error), row.accepted) << error;
+        if (!row.accepted) {
+            EXPECT_NE(error.find(row.key), std::string::npos) << error;
+        }
+        std::string shown;
+        ASSERT_TRUE(APConfig_GetByKey(row.key, shown, error)) << error;
+        EXPECT_EQ(shown, row.shown);
+    }
+    long format = 0;
+    ASSERT_EQ(APConfigSystem_GetTimeFormat(&format), 1);
+    EXPECT_EQ(format, 2) << "24-hour display is stored as format 2";
+    std::string error;
+    EXPECT_FALSE(APConfig_SetByKey("colour", "1", error));
+    EXPECT_NE(error.find("default_view"), std::string::npos) << "lists the known keys: " << error;
+    std::vector<std::pair<std::string, std::string>> all;
+    ASSERT_TRUE(APConfig_GetAll(all, error));
+    ASSERT_EQ(all.size(), APConfig_Keys().size());
+    EXPECT_EQ(all[0].first, "default_view");
+}
+
+}  // namespace

@@ -1,0 +1,212 @@
+// Lunar dates against ICU's Chinese calendar on every day of the supported range, the known hard
+// years by name, and refusals of dates outside the range.
+//
+// ICU 72 reckons new moons with a lunar theory that is off by some minutes. Where a new moon falls
+// within a quarter of an hour of midnight in China, ICU starts the month on the wrong day; those
+// months are listed below with the date that published calendars give, and the comparison with ICU
+// skips exactly those days.
+#include <gtest/gtest.h>
+#include <unicode/calendar.h>
+#include <unicode/timezone.h>
+
+#include <ctime>
+#include <memory>
+
+#include "APLunar.h"
+
+namespace {
+
+struct Lunar {
+    int year, month, day, leap;
+};
+
+bool operator==(const Lunar& a, const Lunar& b) {
+    return a.year == b.year && a.month == b.month && a.day == b.day && a.leap == b.leap;
+}
+
+std::ostream& operator<<(std::ostream& out, const Lunar& l) {
+    return out << l.year << "-" << (l.leap ? "L" : "") << l.month << "-" << l.day;
+}
+
+struct Ymd {
+    int year, month, day;
+};
+
+long DayIndex(Ymd d) {
+    struct tm t {};
+    t.tm_year = d.year - 1900;
+    t.tm_mon = d.month - 1;
+    t.tm_mday = d.day;
+    return static_cast<long>(timegm(&t) / 86400);
+}
+
+Ymd FromDayIndex(long index) {
+    time_t t = static_cast<time_t>(index) * 86400;
+    struct tm f {};
+    gmtime_r(&t, &f);
+    return {f.tm_year + 1900, f.tm_mon + 1, f.tm_mday};
+}
+
+Lunar Mine(Ymd d) {
+    DATES out;
+    EXPECT_GT(new2lunar(DATES{d.year, d.month, d.day, 0}, &out), 0)
+        << d.year << "-" << d.month << "-" << d.day;
+    return {out.year, out.month, out.day, out.leapMonth};
+}
+
+// One ICU calendar for the whole pass; each day is read at noon in China.
+class IcuChinese {
+public:
+    IcuChinese() {
+        UErrorCode status = U_ZERO_ERROR;
+        std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone("Asia/Shanghai"));
+        mCalendar.reset(
+            icu::Calendar::createInstance(*zone, icu::Locale("zh@calendar=chinese"), status));
+        EXPECT_TRUE(U_SUCCESS(status)) << u_errorName(status);
+    }
+    Lunar At(Ymd d) {
+        UErrorCode status = U_ZERO_ERROR;
+        double noonInChina = (static_cast<double>(DayIndex(d)) * 86400.0 + 4 * 3600.0) * 1000.0;
+        mCalendar->setTime(noonInChina, status);
+        // ICU counts years from 2637 BCE; the lunar year that began in Gregorian year Y is Y.
+        Lunar l{mCalendar->get(UCAL_EXTENDED_YEAR, status) - 2637,
+                mCalendar->get(UCAL_MONTH, status) + 1, mCalendar->get(UCAL_DATE, status),
+                mCalendar->get(UCAL_IS_LEAP_MONTH, status)};
+        EXPECT_TRUE(U_SUCCESS(status));
+        return l;
+    }
+
+private:
+    std::unique_ptr<icu::Calendar> mCalendar;
+};
+
+struct IcuMiss {
+    const char* name;
+    Ymd first, last;  // the days on which ICU is a day off
+    Lunar expected;   // the lunar date of `first`
+};
+
+// New moon times in China (UTC+8) in brackets.
+const IcuMiss kIcuMisses[] = {
+    {"1914_tenth_month_new_moon_0001", {1914, 11, 17}, {1914, 12, 16}, {1914, 9, 30, 0}},
+    {"1916_new_year_new_moon_0005", {1916, 2, 3}, {1916, 3, 3}, {1915, 12, 30, 0}},
+    {"1917_leap_second_month", {1917, 3, 23}, {1917, 5, 20}, {1917, 2, 1, 1}},
+    {"1920_tenth_month_new_moon_0004", {1920, 11, 10}, {1920, 12, 9}, {1920, 9, 30, 0}},
+    {"1922_leap_fifth_month", {1922, 6, 25}, {1922, 8, 22}, {1922, 5, 1, 1}},
+    {"1954_new_year_new_moon_2355", {1954, 2, 3}, {1954, 3, 4}, {1954, 1, 1, 0}},
+    {"1955_second_month_new_moon_2354", {1955, 2, 22}, {1955, 3, 23}, {1955, 2, 1, 0}},
+    {"1987_leap_sixth_month", {1987, 7, 26}, {1987, 9, 22}, {1987, 6, 1, 1}},
+    {"1998_twelfth_month_new_moon_2346", {1999, 1, 17}, {1999, 2, 15}, {1998, 12, 1, 0}},
+    {"2012_seventh_month_new_moon_2354", {2012, 8, 17}, {2012, 9, 15}, {2012, 7, 1, 0}},
+    {"2018_tenth_month_new_moon_0002", {2018, 11, 7}, {2018, 12, 6}, {2018, 9, 30, 0}},
+    {"2027_new_year_new_moon_2356", {2027, 2, 6}, {2027, 3, 7}, {2027, 1, 1, 0}},
+    {"2030_new_year_new_moon_0007", {2030, 2, 2}, {2030, 3, 3}, {2029, 12, 30, 0}},
+    {"2057_ninth_month_new_moon_2359", {2057, 9, 28}, {2057, 10, 27}, {2057, 9, 1, 0}},
+    {"2070_second_month_new_moon_2351", {2070, 3, 12}, {2070, 4, 10}, {2070, 2, 1, 0}},
+};
+
+bool IsIcuMiss(long index) {
+    for (const IcuMiss& m : kIcuMisses) {
+        if (index >= DayIndex(m.first) && index <= DayIndex(m.last)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+TEST(LunarTest, AgreesWithIcuOnEveryDayOfTheRange) {
+    IcuChinese icu;
+    long first = DayIndex({1900, 1, 31});
+    long last = DayIndex({2100, 12, 31});
+    int disagreements = 0;
+    for (long index = first; index <= last; ++index) {
+        if (IsIcuMiss(index)) {
+            continue;
+        }
+        Ymd day = FromDayIndex(index);
+        Lunar mine = Mine(day);
+        Lunar theirs = icu.At(day);
+        if (!(mine == theirs) && ++disagreements <= 20) {
+            ADD_FAILURE() << day.year << "-" << day.month << "-" << day.day << ": " << mine
+                          << ", ICU " << theirs;
+        }
+    }
+    EXPECT_EQ(disagreements, 0);
+}
+
+TEST(LunarTest, MonthsWhereIcuStartsADayOffFollowTheNewMoon) {
+    for (const IcuMiss& m : kIcuMisses) {
+        SCOPED_TRACE(m.name);
+        EXPECT_EQ(Mine(m.first), m.expected);
+        // The whole run is one lunar month (or a leap month and its neighbour), counted on by day.
+        Lunar next = Mine(FromDayIndex(DayIndex(m.first) + 1));
+        EXPECT_TRUE(next.day == m.expected.day + 1 || next.day == 1) << next;
+    }
+}
+
+TEST(LunarTest, HardYears) {
+    struct Row {
+        const char* name;
+        int year;
+        Ymd newYear;    // first day of the lunar year
+        int leapMonth;  // number of the leap month in that lunar year
+        Ymd leapStart;  // its first day
+    };
+    const Row rows[] = {
+        {"1984_leap_10", 1984, {1984, 2, 2}, 10, {1984, 11, 23}},
+        {"2017_leap_6", 2017, {2017, 1, 28}, 6, {2017, 7, 23}},
+        {"2020_leap_4", 2020, {2020, 1, 25}, 4, {2020, 5, 23}},
+        {"2023_leap_2", 2023, {2023, 1, 22}, 2, {2023, 3, 22}},
+        {"2025_leap_6", 2025, {2025, 1, 29}, 6, {2025, 7, 25}},
+        {"2033_leap_11", 2033, {2033, 1, 31}, 11, {2033, 12, 22}},
+    };
+    IcuChinese icu;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(Mine(row.newYear), (Lunar{row.year, 1, 1, 0}));
+        Lunar eve = Mine(FromDayIndex(DayIndex(row.newYear) - 1));
+        EXPECT_EQ(eve.year, row.year - 1);
+        EXPECT_EQ(eve.month, 12);
+        EXPECT_EQ(Mine(row.leapStart), (Lunar{row.year, row.leapMonth, 1, 1}));
+        Lunar before = Mine(FromDayIndex(DayIndex(row.leapStart) - 1));
+        EXPECT_EQ(before.month, row.leapMonth) << "a leap month follows its namesake";
+        EXPECT_EQ(before.leap, 0);
+        // Every day of the Gregorian year agrees with ICU as well.
+        int disagreements = 0;
+        for (long i = DayIndex({row.year, 1, 1}); i <= DayIndex({row.year, 12, 31}); ++i) {
+            disagreements += Mine(FromDayIndex(i)) == icu.At(FromDayIndex(i)) ? 0 : 1;
+        }
+        EXPECT_EQ(disagreements, 0);
+    }
+}
+
+TEST(LunarTest, RefusesDatesItCannotConvert) {
+    struct Row {
+        const char* name;
+        DATES in;
+    };
+    const Row rows[] = {
+        {"day_before_range", {1900, 1, 30, 0}},
+        {"day_after_range", {2101, 1, 1, 0}},
+        {"month_13", {2020, 13, 1, 0}},
+        {"month_0", {2020, 0, 10, 0}},
+        {"day_0", {2020, 5, 0, 0}},
+        {"april_31", {2020, 4, 31, 0}},
+        {"feb_29_common_year", {2023, 2, 29, 0}},
+        {"feb_29_1900", {1900, 2, 29, 0}},
+        {"negative_year", {-5, 1, 1, 0}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        DATES out{1, 2, 3, 4};
+        EXPECT_EQ(new2lunar(row.in, &out), 0);
+        EXPECT_EQ(out.year, 1);
+        EXPECT_EQ(out.leapMonth, 4) << "output untouched on failure";
+    }
+    EXPECT_EQ(new2lunar(DATES{2025, 7, 25, 0}, nullptr), 0);
+    EXPECT_EQ(Mine({1900, 1, 31}), (Lunar{1900, 1, 1, 0})) << "first day of the range";
+    EXPECT_GT(Mine({2100, 12, 31}).day, 0) << "last day of the range";
+    EXPECT_EQ(Mine({2024, 2, 29}).month, 1) << "leap day converts";
+}
+
+}  // namespace
