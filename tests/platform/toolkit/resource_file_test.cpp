@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -204,6 +205,7 @@ TEST_F(ResourceFileTest, FailedWriteLeavesTheOldFile) {
 // ---- damaged files ----
 
 void Put32(std::vector<uint8_t>& bytes, size_t at, uint32_t value) {
+    ASSERT_LE(at + 4, bytes.size()) << "the test patches outside its own file";
     for (int i = 0; i < 4; ++i) {
         bytes[at + i] = uint8_t(value >> (8 * i));
     }
@@ -250,122 +252,75 @@ std::vector<uint8_t> Words(std::initializer_list<uint32_t> words) {
 }
 
 TEST_F(ResourceFileTest, RefusesEachKindOfDamageWithAClearMessage) {
-    const std::vector<uint8_t> text = {'O', 'K'};
+    const std::vector<RawEntry> oneText = {{kPLResText, 1, {'O', 'K'}}};
     const std::vector<uint8_t> pixel = Words({1, 1, 0xFF000000});
+    constexpr size_t kNone = SIZE_MAX;
+    constexpr size_t kOffset = 16 + 12;  // first entry's offset field
+    constexpr size_t kLength = 16 + 16;
+    // Each row lays out entries, then optionally stores one word at `at` and re-seals the
+    // checksum so that the check behind it is reached.
     struct Row {
         const char* name;
-        std::function<std::vector<uint8_t>()> make;
+        std::vector<RawEntry> entries;
+        size_t at;
+        uint32_t value;
+        bool reseal;
         const char* message;
     };
     const Row rows[] = {
-        {"empty file", [] { return std::vector<uint8_t>(); }, "truncated"},
-        {"bad magic",
-         [&] {
-             auto b = Build({{kPLResText, 1, text}});
-             b[0] = 'X';
-             return b;
-         },
-         "magic"},
-        {"bad version",
-         [&] {
-             auto b = Build({{kPLResText, 1, text}});
-             Put32(b, 4, 2);
-             return b;
-         },
-         "version 2"},
-        {"checksum mismatch",
-         [&] {
-             auto b = Build({{kPLResText, 1, text}});
-             b.back() ^= 1;
-             return b;
-         },
-         "checksum"},
-        {"table past the end",
-         [&] {
-             auto b = Build({{kPLResText, 1, text}});
-             Put32(b, 8, 1000000);
-             Seal(b);
-             return b;
-         },
-         "1000000 entries"},
-        {"offset past the end",
-         [&] {
-             auto b = Build({{kPLResText, 1, text}});
-             Put32(b, 16 + 12, 0xFFFFFFF0);
-             Seal(b);
-             return b;
-         },
-         "outside the data"},
-        {"length past the end",
-         [&] {
-             auto b = Build({{kPLResText, 1, text}});
-             Put32(b, 16 + 16, 0xFFFFFFFF);
-             Seal(b);
-             return b;
-         },
-         "outside the data"},
-        {"offset inside the table",
-         [&] {
-             auto b = Build({{kPLResText, 1, text}});
-             Put32(b, 16 + 12, 4);
-             Seal(b);
-             return b;
-         },
-         "outside the data"},
-        {"pixel count does not match size",
-         [&] {
-             return Build({{kPLResBitmap, 2, Words({2, 2, 0, 0, 0})}});
-         },
+        {"bad magic", oneText, 0, 0x53524C51, false, "magic"},
+        {"bad version", oneText, 4, 2, false, "version 2"},
+        {"checksum mismatch", oneText, 16 + 4, 2, false, "checksum"},
+        {"table past the end", oneText, 8, 1000000, true, "1000000 entries"},
+        {"offset past the end", oneText, kOffset, 0xFFFFFFF0, true, "outside the data"},
+        {"length past the end", oneText, kLength, 0xFFFFFFFF, true, "outside the data"},
+        {"offset inside the table", oneText, kOffset, 4, true, "outside the data"},
+        {"fewer pixels than its size",
+         {{kPLResBitmap, 2, Words({2, 2, 0, 0, 0})}},
+         kNone,
+         0,
+         false,
          "expected 24"},
         {"more pixels than its size",
-         [&] {
-             return Build({{kPLResBitmap, 2, Words({1, 1, 0, 0})}});
-         },
+         {{kPLResBitmap, 2, Words({1, 1, 0, 0})}},
+         kNone,
+         0,
+         false,
          "expected 12"},
-        {"oversized bitmap",
-         [&] {
-             return Build({{kPLResBitmap, 2, Words({5000, 1, 0})}});
-         },
-         "5000x1"},
-        {"huge bitmap whose size overflows 32 bits",
-         [&] {
-             return Build({{kPLResBitmap, 2, Words({0xFFFFFFFF, 0xFFFFFFFF})}});
-         },
+        {"oversized bitmap", {{kPLResBitmap, 2, Words({5000, 1, 0})}}, kNone, 0, false, "5000x1"},
+        {"size that overflows 32 bits",
+         {{kPLResBitmap, 2, Words({0xFFFFFFFF, 0xFFFFFFFF})}},
+         kNone,
+         0,
+         false,
          "outside"},
-        {"bitmap without size fields",
-         [&] {
-             return Build({{kPLResBitmap, 2, {1, 2}}});
-         },
-         "shorter"},
-        {"duplicate entry",
-         [&] {
-             return Build({{kPLResText, 1, text}, {kPLResText, 1, text}});
-         },
-         "duplicate"},
+        {"bitmap without size fields", {{kPLResBitmap, 2, {1, 2}}}, kNone, 0, false, "shorter"},
+        {"duplicate entry", {oneText[0], oneText[0]}, kNone, 0, false, "duplicate"},
         {"family names a missing bitmap",
-         [&] {
-             return Build({{kPLResBitmap, 2, pixel}, {kPLResBitmapFamily, 3, Words({2, 9, 0, 0})}});
-         },
+         {{kPLResBitmap, 2, pixel}, {kPLResBitmapFamily, 3, Words({2, 9, 0, 0})}},
+         kNone,
+         0,
+         false,
          "bitmap 9"},
         {"family of the wrong size",
-         [&] {
-             return Build({{kPLResBitmap, 2, pixel}, {kPLResBitmapFamily, 3, Words({2})}});
-         },
+         {{kPLResBitmap, 2, pixel}, {kPLResBitmapFamily, 3, Words({2})}},
+         kNone,
+         0,
+         false,
          "bitmap family has 4 bytes"},
-        {"text with NUL",
-         [&] {
-             return Build({{kPLResText, 1, {'a', 0, 'b'}}});
-         },
-         "NUL"},
-        {"text not UTF-8",
-         [&] {
-             return Build({{kPLResText, 1, {0xFF, 0xFE}}});
-         },
-         "UTF-8"},
+        {"text with NUL", {{kPLResText, 1, {'a', 0, 'b'}}}, kNone, 0, false, "NUL"},
+        {"text not UTF-8", {{kPLResText, 1, {0xFF, 0xFE}}}, kNone, 0, false, "UTF-8"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        WriteBytes(PathOf("bad.rsc"), row.make());
+        std::vector<uint8_t> bytes = Build(row.entries);
+        if (row.at != kNone) {
+            Put32(bytes, row.at, row.value);
+        }
+        if (row.reseal) {
+            Seal(bytes);
+        }
+        WriteBytes(PathOf("bad.rsc"), bytes);
         PLResourceFileManager manager(1, true);
         EXPECT_FALSE(manager.LoadFromFile(PathOf("bad.rsc"), false));
         const std::string& error = manager.GetLastError();
