@@ -13,6 +13,7 @@
 
 #include "PLBitmap.h"
 #include "PLBitmapFamily.h"
+#include "PLDeviceRoot.h"
 #include "PLResourceFileManager.h"
 #include "PLTypes.h"
 
@@ -157,6 +158,22 @@ TEST_F(ResourceFileTest, LaterFileOverridesAndFailedLoadKeepsEverything) {
     EXPECT_NE(manager.GetLastError().find("missing.rsc"), std::string::npos);
     EXPECT_TRUE(manager.GetText(1, text));
     EXPECT_EQ(manager.ListResources().size(), 6u);
+}
+
+TEST_F(ResourceFileTest, DevicePathsResolveUnderTheDeviceRoot) {
+    const std::string savedRoot = PLDeviceRoot::GetRoot();
+    PLDeviceRoot::SetRoot(mDir.string());
+    ASSERT_TRUE(PLDeviceRoot::MakeParentDirectories("/root/resource/calendar.rsc"));
+    std::string error;
+    ASSERT_TRUE(SampleWriter().Write(PLDeviceRoot::Resolve("/root/resource/calendar.rsc"), error))
+        << error;
+    PLResourceFileManager manager(10003, true);
+    EXPECT_TRUE(manager.LoadFromFile("/root/resource/calendar.rsc", true))
+        << manager.GetLastError();
+    EXPECT_FALSE(manager.LoadFromFile("/root/resource/other.rsc", true));
+    EXPECT_NE(manager.GetLastError().find(mDir.string()), std::string::npos)
+        << "the message names the file actually tried: " << manager.GetLastError();
+    PLDeviceRoot::SetRoot(savedRoot);
 }
 
 TEST(ResourceWriter, RefusesWhatTheLoaderWouldRefuse) {
