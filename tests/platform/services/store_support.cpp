@@ -1,0 +1,81 @@
+// Temporary roots and record builders for the store tests.
+#include "store_support.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <filesystem>
+
+#include "APDatabase.h"
+#include "PLDeviceRoot.h"
+#include "PLTimeStamp.h"
+
+void StoreRootTest::SetUp() {
+    const char* zone = std::getenv("TZ");
+    mSavedZone = zone ? zone : "UTC";
+    UseZone("UTC");
+    std::string pattern = (std::filesystem::temp_directory_path() / "store-test-XXXXXX").string();
+    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
+    mRoot = pattern;
+    PLDeviceRoot::SetRoot(mRoot);
+    APDatabase::ForgetChecks();
+    APDatabase::SetPageQuota(0);
+}
+
+void StoreRootTest::TearDown() {
+    APDatabase::SetPageQuota(0);
+    PLDeviceRoot::SetRoot("");
+    std::error_code ignored;
+    std::filesystem::remove_all(mRoot, ignored);
+    setenv("TZ", mSavedZone.c_str(), 1);
+    tzset();
+}
+
+void StoreRootTest::UseZone(const char* zone) {
+    setenv("TZ", zone, 1);
+    tzset();
+}
+
+std::string StoreRootTest::HostPath(const std::string& devicePath) const {
+    return PLDeviceRoot::Resolve(devicePath);
+}
+
+long LocalStamp(int y, int m, int d, int hour, int minute, int second) {
+    const PLDate date(y, m, d);
+    const PLTime time(hour, minute, second);
+    return PLDate2TimeStamp(&date, &time);
+}
+
+long UtcStamp(int y, int m, int d, int hour, int minute, int second) {
+    const PLDate date(y, m, d);
+    const PLTime time(hour, minute, second);
+    return PLDateUTC2TimeStamp(&date, &time);
+}
+
+_EventRecInfo TimedEvent(const char* subject, long start, long end) {
+    _EventRecInfo record;
+    InitEventRecInfo(&record);
+    std::strncpy(record.subject, subject, kAPEventTextMax);
+    record.startStamp = int32_t(start);
+    record.endStamp = int32_t(end);
+    record.lastStamp = int32_t(end);
+    record.colour = 11545;
+    record.classChoice = 11561;
+    return record;
+}
+
+_EventRecInfo AllDayEvent(const char* subject, int y, int m, int d, int days) {
+    _EventRecInfo record =
+        TimedEvent(subject, UtcStamp(y, m, d), UtcStamp(y, m, d + days - 1, 23, 59, 59));
+    record.allDay = 1;
+    return record;
+}
+
+void MakeRepeating(_EventRecInfo& record, int kind, int a, int b, long last, int c) {
+    record.recurKind = kind;
+    record.recurValueA = a;
+    record.recurValueB = b;
+    record.recurValueC = c;
+    record.lastStamp = int32_t(last);
+    record.recurring = 1;
+}

@@ -1,0 +1,37 @@
+// Helpers for the event store tests: a temporary device root per test, stamps in a chosen zone,
+// and records built field by field.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "APEventRecords.h"
+
+// Gives each test a fresh device root and TZ, and removes the root afterwards.
+class StoreRootTest : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+    // Switches the zone for the rest of the test (restored in TearDown).
+    void UseZone(const char* zone);
+    const std::string& Root() const { return mRoot; }
+    // The host path of a device path under the test root.
+    std::string HostPath(const std::string& devicePath) const;
+
+private:
+    std::string mRoot;
+    std::string mSavedZone;
+};
+
+// Local stamp of a date and time.
+long LocalStamp(int y, int m, int d, int hour = 0, int minute = 0, int second = 0);
+// UTC stamp (the coding of all-day events).
+long UtcStamp(int y, int m, int d, int hour = 0, int minute = 0, int second = 0);
+
+// A timed, non-repeating event with a subject.
+_EventRecInfo TimedEvent(const char* subject, long start, long end);
+// An all-day event over the given dates, coded as UTC like the form does.
+_EventRecInfo AllDayEvent(const char* subject, int y, int m, int d, int days = 1);
+// Turns an event into a repeating one.
+void MakeRepeating(_EventRecInfo& record, int kind, int a, int b, long last, int c = 0xFFFFF);
