@@ -12,7 +12,7 @@ namespace {
 
 // Coordinates are held within this range after translation: far beyond any target, and small
 // enough that rectangle arithmetic on them cannot overflow.
-constexpr int64_t kFar = int64_t(1) << 30;
+constexpr int64_t kFar = int64_t(1) << 29;
 
 int Clamp(int64_t value) {
     return int(std::clamp(value, -kFar, kFar));
