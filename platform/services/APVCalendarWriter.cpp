@@ -29,8 +29,17 @@ std::string TextLine(const char* name, const std::string& text) {
     if (IsPlain(text)) {
         return std::string(name) + ":" + text + kCrLf;
     }
+    // Readers split values at commas and semicolons and unescape backslash pairs even inside
+    // quoted-printable text, so those three characters are escaped with a backslash first.
+    std::string escaped;
+    for (char c : text) {
+        if (c == '\\' || c == ',' || c == ';') {
+            escaped += '\\';
+        }
+        escaped += c;
+    }
     return std::string(name) +
-           ";CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:" + EncodeQuotedPrintable(text) + kCrLf;
+           ";CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:" + EncodeQuotedPrintable(escaped) + kCrLf;
 }
 
 std::string LocalDateTime(long stamp) {
