@@ -1,0 +1,286 @@
+// Alarm daemon and alert store: rule texts of every builder, their expansion by libical, the
+// daemon's and the alert store's records.
+#include <cstring>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "APAlertDB.h"
+#include "APEventAlertDB.h"
+#include "store_support.h"
+
+namespace {
+
+using AlarmDaemonTest = StoreRootTest;
+
+struct RuleRow {
+    const char* name;
+    const char* zone;
+    std::function<bool(AP_ALERT_CONTEXT*, long)> build;
+    long time;  // first ring, local
+    bool ok;
+    const char* rule;
+    std::vector<long> next;  // the first ring times from `time` on
+};
+
+long L(int y, int m, int d, int h, int mi) {
+    return LocalStamp(y, m, d, h, mi);
+}
+
+TEST_F(AlarmDaemonTest, BuildersWriteRulesThatLibicalExpandsAsMeant) {
+    const long until = UtcStamp(2025, 3, 14, 23, 59, 59);
+    const std::vector<RuleRow> rows = {
+        {"daily_count",
+         "UTC",
+         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeDailyRecur(c, t, 2, 5, 0); },
+         UtcStamp(2025, 3, 10, 9, 30),
+         true,
+         "FREQ=DAILY;INTERVAL=2;BYHOUR=9;BYMINUTE=30;BYSECOND=0;COUNT=5",
+         {UtcStamp(2025, 3, 10, 9, 30), UtcStamp(2025, 3, 12, 9, 30), UtcStamp(2025, 3, 14, 9, 30),
+          UtcStamp(2025, 3, 16, 9, 30), UtcStamp(2025, 3, 18, 9, 30)}},
+        {"workdays_until",
+         "UTC",
+         [&](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeWeekdayRecur(c, t, -1, until); },
+         UtcStamp(2025, 3, 13, 8, 0),
+         true,
+         "FREQ=WEEKLY;INTERVAL=1;WKST=SU;BYDAY=MO,TU,WE,TH,FR;BYHOUR=8;BYMINUTE=0;BYSECOND=0;"
+         "UNTIL=20250314T235959Z",
+         {UtcStamp(2025, 3, 13, 8, 0), UtcStamp(2025, 3, 14, 8, 0)}},
+        {"weekly_every_second",
+         "UTC",
+         [](AP_ALERT_CONTEXT* c, long t) {
+             return APAlertDB_MakeWeeklyRecur(c, t, 2, 0x28 | 0x80, 0xFFFFF,
+                                              UtcStamp(2030, 12, 31, 23, 59, 59));
+         },
+         UtcStamp(2025, 3, 10, 7, 15),
+         true,
+         "FREQ=WEEKLY;INTERVAL=2;WKST=SU;BYDAY=MO,WE;BYHOUR=7;BYMINUTE=15;BYSECOND=0;"
+         "UNTIL=20301231T235959Z",
+         {UtcStamp(2025, 3, 10, 7, 15), UtcStamp(2025, 3, 12, 7, 15), UtcStamp(2025, 3, 24, 7, 15),
+          UtcStamp(2025, 3, 26, 7, 15), UtcStamp(2025, 4, 7, 7, 15)}},
+        {"monthly_day",
+         "UTC",
+         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeMonthlyRecur(c, t, 1, 15, 3, 0); },
+         UtcStamp(2025, 3, 15, 12, 0),
+         true,
+         "FREQ=MONTHLY;INTERVAL=1;BYMONTHDAY=15;BYHOUR=12;BYMINUTE=0;BYSECOND=0;COUNT=3",
+         {UtcStamp(2025, 3, 15, 12, 0), UtcStamp(2025, 4, 15, 12, 0),
+          UtcStamp(2025, 5, 15, 12, 0)}},
+        {"monthly_second_tuesday",
+         "UTC",
+         [](AP_ALERT_CONTEXT* c, long t) {
+             return APAlertDB_MakeMonthlyRecur(c, t, 1, 2, 3, 3, 0);
+         },
+         UtcStamp(2025, 3, 11, 6, 0),
+         true,
+         "FREQ=MONTHLY;INTERVAL=1;BYDAY=2TU;BYHOUR=6;BYMINUTE=0;BYSECOND=0;COUNT=3",
+         {UtcStamp(2025, 3, 11, 6, 0), UtcStamp(2025, 4, 8, 6, 0), UtcStamp(2025, 5, 13, 6, 0)}},
+        {"monthly_last_friday",
+         "UTC",
+         [](AP_ALERT_CONTEXT* c, long t) {
+             return APAlertDB_MakeMonthlyRecur(c, t, 1, -1, 7, 3, 0);
+         },
+         UtcStamp(2025, 3, 28, 6, 0),
+         true,
+         "FREQ=MONTHLY;INTERVAL=1;BYDAY=-1FR;BYHOUR=6;BYMINUTE=0;BYSECOND=0;COUNT=3",
+         {UtcStamp(2025, 3, 28, 6, 0), UtcStamp(2025, 4, 25, 6, 0), UtcStamp(2025, 5, 30, 6, 0)}},
+        {"yearly_day",
+         "UTC",
+         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeYearlyRecur(c, t, 6, 15, 2, 0); },
+         UtcStamp(2025, 6, 15, 10, 0),
+         true,
+         "FREQ=YEARLY;INTERVAL=1;BYMONTH=6;BYMONTHDAY=15;BYHOUR=10;BYMINUTE=0;BYSECOND=0;COUNT=2",
+         {UtcStamp(2025, 6, 15, 10, 0), UtcStamp(2026, 6, 15, 10, 0)}},
+        {"yearly_second_sunday",
+         "UTC",
+         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeYearlyRecur(c, t, 5, 2, 5, 2, 0); },
+         UtcStamp(2025, 5, 11, 10, 0),
+         true,
+         "FREQ=YEARLY;INTERVAL=1;BYMONTH=5;BYDAY=2SU;BYHOUR=10;BYMINUTE=0;BYSECOND=0;COUNT=2",
+         {UtcStamp(2025, 5, 11, 10, 0), UtcStamp(2026, 5, 10, 10, 0)}},
+        // East of Greenwich a morning alarm on the 1st rings on the last day of the month before
+        // in UTC; the rings still fall on the local 1st.
+        {"monthly_first_east",
+         "Asia/Tokyo",
+         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeMonthlyRecur(c, t, 1, 1, 3, 0); },
+         0,
+         true,
+         "FREQ=MONTHLY;INTERVAL=1;BYMONTHDAY=-1;BYHOUR=23;BYMINUTE=0;BYSECOND=0;COUNT=3",
+         {}},
+        {"workdays_east_shifted",
+         "Asia/Tokyo",
+         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeWeekdayRecur(c, t, 2, 0); },
+         0,
+         true,
+         "FREQ=WEEKLY;INTERVAL=1;WKST=SU;BYDAY=SU,MO,TU,WE,TH;BYHOUR=23;BYMINUTE=0;BYSECOND=0;"
+         "COUNT=2",
+         {}},
+        {"daily_interval_zero",
+         "UTC",
+         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeDailyRecur(c, t, 0, 5, 0); },
+         0,
+         false,
+         "",
+         {}},
+        {"weekly_no_day",
+         "UTC",
+         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeWeeklyRecur(c, t, 1, 0x80, 5, 0); },
+         0,
+         false,
+         "",
+         {}},
+        {"monthly_day_45",
+         "UTC",
+         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeMonthlyRecur(c, t, 1, 45, 5, 0); },
+         0,
+         false,
+         "",
+         {}},
+        {"yearly_month_13",
+         "UTC",
+         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeYearlyRecur(c, t, 13, 1, 5, 0); },
+         0,
+         false,
+         "",
+         {}},
+        {"nth_weekday_9",
+         "UTC",
+         [](AP_ALERT_CONTEXT* c, long t) {
+             return APAlertDB_MakeMonthlyRecur(c, t, 1, 2, 9, 5, 0);
+         },
+         0,
+         false,
+         "",
+         {}},
+    };
+    for (const RuleRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        UseZone(row.zone);
+        long time = row.time;
+        std::vector<long> next = row.next;
+        if (std::string(row.name) == "monthly_first_east") {
+            time = L(2025, 4, 1, 8, 0);
+            next = {L(2025, 4, 1, 8, 0), L(2025, 5, 1, 8, 0), L(2025, 6, 1, 8, 0)};
+        } else if (std::string(row.name) == "workdays_east_shifted") {
+            time = L(2025, 3, 14, 8, 0);  // Friday 08:00 in Tokyo, Thursday 23:00 UTC
+            next = {L(2025, 3, 14, 8, 0), L(2025, 3, 17, 8, 0)};
+        }
+        AP_ALERT_CONTEXT context;
+        std::memset(&context, 0x41, sizeof context);
+        context.alertTime = int32_t(time);
+        EXPECT_EQ(row.build(&context, time), row.ok);
+        EXPECT_STREQ(context.rule, row.rule);
+        if (!row.ok) {
+            continue;
+        }
+        std::vector<long> times;
+        std::string error;
+        ASSERT_TRUE(APAlertDB_NextRingTimes(context, time, 5, times, error)) << error;
+        EXPECT_EQ(times, next);
+    }
+}
+
+TEST_F(AlarmDaemonTest, NextRingTimesStartAtTheWindowAndRejectBadRules) {
+    AP_ALERT_CONTEXT context;
+    std::memset(&context, 0, sizeof context);
+    context.alertTime = int32_t(UtcStamp(2025, 1, 1, 9, 0));
+    ASSERT_TRUE(APAlertDB_MakeDailyRecur(&context, context.alertTime, 1, 0xFFFFF,
+                                         UtcStamp(2030, 12, 31, 23, 59, 59)));
+    std::vector<long> times;
+    std::string error;
+    ASSERT_TRUE(APAlertDB_NextRingTimes(context, UtcStamp(2030, 12, 30, 12, 0), 5, times, error));
+    EXPECT_EQ(times, (std::vector<long>{UtcStamp(2030, 12, 31, 9, 0)}))
+        << "the series ends in 2030";
+
+    std::strcpy(context.rule, "FREQ=SOMETIMES;BYDAY=XX");
+    times.clear();
+    EXPECT_FALSE(APAlertDB_NextRingTimes(context, 0, 5, times, error));
+    EXPECT_FALSE(error.empty());
+
+    std::memset(context.rule, 'F', sizeof context.rule);  // no terminating NUL
+    times.clear();
+    EXPECT_FALSE(APAlertDB_NextRingTimes(context, 0, 5, times, error));
+
+    context.rule[0] = '\0';  // a one-shot alarm without rule rings once
+    times.clear();
+    ASSERT_TRUE(APAlertDB_NextRingTimes(context, 0, 5, times, error));
+    EXPECT_EQ(times, (std::vector<long>{context.alertTime}));
+}
+
+TEST_F(AlarmDaemonTest, DaemonKeepsContextsByteForByte) {
+    AP_ALERT_CONTEXT first;
+    std::memset(&first, 0x5C, sizeof first);
+    first.alertId = 0;
+    std::strcpy(first.rule, "FREQ=DAILY;INTERVAL=1;COUNT=1;BYHOUR=8;BYMINUTE=0;BYSECOND=0");
+    std::strcpy(first.owner, "0");
+    AP_ALERT_CONTEXT second = first;
+    EXPECT_EQ(APAlertDB_AddAlert(&first), 1);
+    EXPECT_EQ(first.alertId, 1);
+    EXPECT_EQ(APAlertDB_AddAlert(&second), 2);
+
+    AP_ALERT_CONTEXT back;
+    ASSERT_TRUE(APAlertDB_GetAlert(1, &back));
+    EXPECT_EQ(std::memcmp(&back, &first, sizeof back), 0);
+
+    first.alertTime = 1234;
+    std::strcpy(first.owner, "17");
+    EXPECT_EQ(APAlertDB_UpdateAlert(&first), 1);
+    ASSERT_TRUE(APAlertDB_GetAlert(1, &back));
+    EXPECT_EQ(std::memcmp(&back, &first, sizeof back), 0);
+
+    AP_ALERT_CONTEXT unknown = first;
+    unknown.alertId = 99;
+    EXPECT_EQ(APAlertDB_UpdateAlert(&unknown), 0);
+    EXPECT_EQ(unknown.alertId, 0) << "the save path reads a failed update from the id";
+
+    std::vector<AP_ALERT_CONTEXT> all;
+    std::string error;
+    ASSERT_TRUE(APAlertDB_ListAlerts(all, error));
+    ASSERT_EQ(all.size(), 2u);
+    EXPECT_EQ(all[1].alertId, 2);
+
+    EXPECT_EQ(APAlertDB_GetGeneration(), 0);
+    EXPECT_EQ(APAlertDB_SendUpdateToDaemon(), 1);
+    EXPECT_EQ(APAlertDB_SendUpdateToDaemon(), 1);
+    EXPECT_EQ(APAlertDB_GetGeneration(), 2);
+
+    EXPECT_EQ(APAlertDB_DeleteAlert(2), 1);
+    EXPECT_EQ(APAlertDB_DeleteAlert(2), 0);
+    EXPECT_FALSE(APAlertDB_GetAlert(2, &back));
+}
+
+TEST_F(AlarmDaemonTest, AlertStoreRoundTripAndDeleteTakesTheAlarm) {
+    AP_ALERT_CONTEXT context;
+    std::memset(&context, 0, sizeof context);
+    const int daemonId = APAlertDB_AddAlert(&context);
+    ASSERT_GT(daemonId, 0);
+
+    _EventAlertInfo info{};
+    info.daemonId = daemonId;
+    info.enabled = 1;
+    info.eventTime = 1000;
+    info.leadAmount = 3;  // kept as given, even a pair the form does not offer
+    info.leadUnit = 2;
+    APEventAlertDB alerts;
+    ASSERT_TRUE(alerts.IsOpen()) << alerts.GetLastError();
+    EXPECT_EQ(alerts.Add(&info), 1);
+    EXPECT_EQ(info.id, 1);
+    _EventAlertInfo back{};
+    ASSERT_EQ(alerts.GetEventAlertInfo(1, &back), 1);
+    EXPECT_EQ(std::memcmp(&back, &info, sizeof back), 0);
+
+    info.leadAmount = 12;
+    EXPECT_EQ(alerts.UpdateAlertInfo(&info), 1);
+    ASSERT_EQ(alerts.GetEventAlertInfo(1, &back), 1);
+    EXPECT_EQ(back.leadAmount, 12);
+    _EventAlertInfo missing = info;
+    missing.id = 5;
+    EXPECT_EQ(alerts.UpdateAlertInfo(&missing), 0);
+
+    EXPECT_EQ(alerts.Delete(1), 1);
+    EXPECT_EQ(alerts.GetEventAlertInfo(1, &back), 0);
+    EXPECT_FALSE(APAlertDB_GetAlert(daemonId, &context)) << "the record's alarm goes with it";
+    EXPECT_EQ(alerts.Delete(1), 0);
+}
+
+}  // namespace
