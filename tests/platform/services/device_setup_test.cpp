@@ -1,0 +1,132 @@
+// Device set-up on a temporary root with a temporary install layout: program files are copied and
+// refreshed, data is never touched, and an unusable root or install layout is a clear failure.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <sstream>
+
+#include "APConfig.h"
+#include "APDeviceSetup.h"
+#include "PLDeviceRoot.h"
+#include "store_support.h"
+
+namespace {
+
+std::string ReadFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::stringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+
+void WriteFile(const std::string& path, const std::string& data) {
+    std::ofstream(path, std::ios::binary) << data;
+}
+
+bool IsDirectory(const std::string& path) {
+    struct stat info {};
+    return stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+class DeviceSetupTest : public StoreRootTest {
+protected:
+    void SetUp() override {
+        StoreRootTest::SetUp();
+        mInstall = Root() + "-install";
+        mkdir(mInstall.c_str(), 0755);
+        mkdir((mInstall + "/share").c_str(), 0755);
+        mkdir((mInstall + "/lib").c_str(), 0755);
+        WriteFile(mInstall + "/share/calendar.rsc", "resources v1");
+        WriteFile(mInstall + "/lib/libVtShare_shareui.so", "library v1");
+        const char* saved = std::getenv("CAL_INSTALL_DIR");
+        mSaved = saved != nullptr ? saved : "";
+        setenv("CAL_INSTALL_DIR", mInstall.c_str(), 1);
+    }
+    void TearDown() override {
+        if (mSaved.empty()) {
+            unsetenv("CAL_INSTALL_DIR");
+        } else {
+            setenv("CAL_INSTALL_DIR", mSaved.c_str(), 1);
+        }
+        std::system(("rm -rf '" + mInstall + "'").c_str());
+        StoreRootTest::TearDown();
+    }
+    std::string mInstall;
+    std::string mSaved;
+};
+
+TEST_F(DeviceSetupTest, FreshRootIsPopulated) {
+    std::string error;
+    ASSERT_TRUE(APDeviceSetup_Populate(error)) << error;
+    EXPECT_EQ(ReadFile(HostPath("/root/resource/calendar.rsc")), "resources v1");
+    EXPECT_EQ(ReadFile(HostPath("/usr/lib/libVtShare_shareui.so")), "library v1");
+    EXPECT_TRUE(IsDirectory(HostPath("/tmp/")));
+    APCONFIG_CALENDAR_S config;
+    ASSERT_EQ(APConfigCalendar_Read(&config), 1);
+    EXPECT_EQ(config.startDayTime, 8);
+}
+
+TEST_F(DeviceSetupTest, RefreshesProgramFilesAndKeepsData) {
+    std::string error;
+    ASSERT_TRUE(APDeviceSetup_Populate(error)) << error;
+    ASSERT_EQ(APConfig_SetByKey("lunar", "1", error), true) << error;
+    const std::string settings = ReadFile(HostPath(kAPConfigDevicePath));
+    PLDeviceRoot::MakeParentDirectories("/var/lib/calendar/events.db");
+    WriteFile(HostPath("/var/lib/calendar/events.db"), "user events");
+    WriteFile(HostPath("/tmp/17.vcs"), "an export");
+    WriteFile(mInstall + "/share/calendar.rsc", "resources v2");
+
+    ASSERT_TRUE(APDeviceSetup_Populate(error)) << error;
+    EXPECT_EQ(ReadFile(HostPath("/root/resource/calendar.rsc")), "resources v2");
+    EXPECT_EQ(ReadFile(HostPath(kAPConfigDevicePath)), settings);
+    EXPECT_EQ(ReadFile(HostPath("/var/lib/calendar/events.db")), "user events");
+    EXPECT_EQ(ReadFile(HostPath("/tmp/17.vcs")), "an export");
+
+    // A damaged settings file is left for the user to see, not replaced with defaults.
+    WriteFile(HostPath(kAPConfigDevicePath), "damaged");
+    ASSERT_TRUE(APDeviceSetup_Populate(error)) << error;
+    EXPECT_EQ(ReadFile(HostPath(kAPConfigDevicePath)), "damaged");
+}
+
+TEST_F(DeviceSetupTest, FailuresSayWhatIsWrong) {
+    struct Row {
+        const char* name;
+        std::function<void()> arrange;
+        const char* says;
+    };
+    const Row rows[] = {
+        {"root_below_a_file",
+         [&] {
+             WriteFile(Root() + "/plain-file", "x");
+             PLDeviceRoot::SetRoot(Root() + "/plain-file/device");
+         },
+         "not writable"},
+        {"install_layout_without_resources",
+         [&] {
+             std::remove((mInstall + "/share/calendar.rsc").c_str());
+             PLDeviceRoot::SetRoot(Root() + "/second");
+         },
+         "calendar.rsc"},
+    };
+    const std::string root = Root();
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        row.arrange();
+        std::string error;
+        EXPECT_FALSE(APDeviceSetup_Populate(error));
+        EXPECT_NE(error.find(row.says), std::string::npos) << error;
+        PLDeviceRoot::SetRoot(root);
+    }
+}
+
+TEST_F(DeviceSetupTest, InstallDirectoryComesFromTheEnvironmentOrTheProgram) {
+    EXPECT_EQ(APDeviceSetup_InstallDir(), mInstall);
+    unsetenv("CAL_INSTALL_DIR");
+    // The test program lives in <build>/bin, so its install directory is the build directory.
+    EXPECT_EQ(APDeviceSetup_InstallDir(), std::string(CAL_BINARY_DIR));
+}
+
+}  // namespace
