@@ -230,14 +230,6 @@ TEST(DrawPrimitives, WildCoordinatesNeverReachOutsideTheClip) {
     }
 }
 
-TEST(DrawPrimitives, ClipRectIsReportedInLocalCoordinates) {
-    PLBitmap target = Ground(30, 20);
-    PLDrawContext context(target, {5, 10}, {0, 0, 100, 100});
-    EXPECT_EQ(context.GetClipRect(), (PLRect{-5, -10, 15, 20})) << "held to the target";
-    context.ClipTo({0, 0, 4, 6});
-    EXPECT_EQ(context.GetClipRect(), (PLRect{0, 0, 4, 6}));
-}
-
 TEST(DrawPrimitives, BitmapPartIsCopiedWithAlphaBlending) {
     // A 4 x 4 bitmap: column x has alpha 0, 128, 255, 255; red rises with y.
     std::vector<uint32_t> pixels;

@@ -287,13 +287,4 @@ TEST(TextRender, TextColourComesFromTheContextOrTheTheme) {
     PLThemeManager::SetCurrentTheme(nullptr);
 }
 
-TEST(TextRender, RepaintingReusesTheCachedGlyph) {
-    PLFont* font = Small();
-    const PLGlyph* first = font->GetGlyph(U'Q');
-    const PLGlyph* again = font->GetGlyph(U'Q');
-    EXPECT_EQ(first, again);
-    EXPECT_GT(first->advance, 0);
-    EXPECT_EQ(first->coverage.size(), size_t(first->width) * size_t(first->height));
-}
-
 }  // namespace
