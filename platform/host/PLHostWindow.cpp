@@ -17,6 +17,8 @@
 #include <algorithm>
 #include <climits>
 #include <cstdio>
+#include <cstdlib>
+#include <string>
 
 namespace {
 
@@ -57,11 +59,33 @@ PLPoint ScreenPoint(int x, int y) {
     return PLPoint(std::clamp(y, 0, kPLScreenHeight - 1), std::clamp(x, 0, kPLScreenWidth - 1));
 }
 
+bool HasEnvironment(const char* name) {
+    const char* value = std::getenv(name);
+    return value && *value;
+}
+
+// SDL falls back to drivers that draw nowhere when there is no display; a window there would be
+// invisible, so they count as no display unless asked for by name.
+bool DrawsNowhere(const char* driver) {
+    std::string name = driver ? driver : "";
+    return !HasEnvironment("SDL_VIDEODRIVER") && (name == "offscreen" || name == "dummy");
+}
+
 }  // namespace
 
 std::unique_ptr<PLHostWindow> PLHostWindow::Open(int scale, std::string& error) {
+    if (!HasEnvironment("DISPLAY") && !HasEnvironment("WAYLAND_DISPLAY") &&
+        !HasEnvironment("SDL_VIDEODRIVER")) {
+        error = "no display (neither DISPLAY nor WAYLAND_DISPLAY is set)";
+        return nullptr;
+    }
     if (SDL_Init(SDL_INIT_VIDEO) != 0) {
         error = std::string("no display (") + SDL_GetError() + ")";
+        return nullptr;
+    }
+    if (DrawsNowhere(SDL_GetCurrentVideoDriver())) {
+        error = std::string("no display (only SDL's ") + SDL_GetCurrentVideoDriver() + " driver)";
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);
         return nullptr;
     }
     std::unique_ptr<PLHostWindow> window(new PLHostWindow());
