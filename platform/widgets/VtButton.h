@@ -59,4 +59,5 @@ private:
     long mBehaviour;
     VtAppearance mAppearance;
     bool mHasAppearance = false;
+    bool mArmed = false;  // the pen went down on the button and has not come up yet
 };

@@ -36,4 +36,6 @@ private:
 
     PLMenu* mMenu;
     long mCaptionWidth;
+    PLBasicString<char> mCaption;
+    bool mArmed = false;  // the pen went down on the box
 };

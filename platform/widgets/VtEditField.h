@@ -3,7 +3,8 @@
 // - Pressing the field sends "emup" and then "pume" to its listeners (sender = the field's id):
 //   listeners react to the one they know; the field itself opens nothing. The input method (or a
 //   picker) is opened by the listener.
-// - Every change of the text sends "MEMI" (a VtStateMessage, state kVtEditTextChanged = 3).
+// - Every change of the text by typing sends "MEMI" (a VtStateMessage, state
+//   kVtEditTextChanged = 3); text set by the program sends nothing.
 // - GetString() is the text; SetString() replaces it (cut to the limit at a character boundary).
 #pragma once
 
@@ -53,11 +54,12 @@ public:
 
     // Sends the press messages as a tap does.
     void NotifyPressed();
-    // Called by the inner editor after its text changed: keeps GetString() in step and sends
-    // "MEMI".
-    void EditorChanged();
+    // Called by the inner editor after its text changed: keeps GetString() in step and, for
+    // the user's typing, sends "MEMI" (text set by the program is not reported).
+    void EditorChanged(bool byUser);
 
 private:
     Options mOptions;
     VtTextEditor* mEditor;  // a sub-pane, owned as such
+    bool mArmed = false;    // the pen went down on the box
 };

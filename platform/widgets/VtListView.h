@@ -60,6 +60,7 @@ public:
 
     void Draw(PLDrawContext& context) override;
     void MouseDown(PLPoint where, PLMouseButton button) override;
+    void MouseMove(PLPoint where, PLMouseButton button) override;
     void MouseUp(PLPoint where, PLMouseButton button) override;
     bool DoKeyCommand(char key, short repeat, PLKeyModifiers modifiers) override;
     const char* GetClassName() const override { return "VtListView"; }
@@ -79,6 +80,9 @@ private:
     bool mTapChecks = true;
     bool mSendNotices = true;
     size_t mPressedRow = 0;
+    int mDragStart = -1;  // pen y at the press, for drag scrolling
+    long mDragScroll = 0;
+    bool mDragging = false;
     VtListDataProvider* mProvider = nullptr;
     std::function<void()> mOnScrolled;
 };
