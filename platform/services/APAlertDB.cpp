@@ -11,6 +11,7 @@
 
 #include "APDatabase.h"
 #include "APStoreFiles.h"
+#include "PLDate.h"
 
 namespace {
 
@@ -96,6 +97,22 @@ int DaemonWeekdayIndex(int weekday) {
     return -1;
 }
 
+// Days between the UTC date of the first ring and the occurrence it announces, which falls on
+// day-of-month `day`: the zone's offset and a lead of up to a day both move it. Falls back to the
+// zone's shift alone when no nearby date has that day (a 31st in a shorter month).
+int PatternDayShift(long time, int day) {
+    const time_t moment = time_t(time);
+    std::tm utc{};
+    gmtime_r(&moment, &utc);
+    const PLDate ring(utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday);
+    for (int shift : {0, -1, 1, -2}) {
+        if ((ring - shift).day == day) {
+            return shift;
+        }
+    }
+    return DayShift(time);
+}
+
 // "BYMONTHDAY=d" for the UTC date: a day moved before the 1st is the last day of the month before.
 // (A 31st moved past the month's end is written as the 1st; months without a 31st then ring too,
 // which is the one case a UTC rule cannot follow.)
@@ -104,7 +121,7 @@ int ShiftedMonthDay(int day, int shift, int& monthShift) {
     monthShift = 0;
     if (shifted < 1) {
         monthShift = -1;
-        return -1;
+        return shifted - 1;  // 0 is the last day of the month before, -1 the one before it
     }
     if (shifted > 31) {
         monthShift = 1;
@@ -283,7 +300,7 @@ bool APAlertDB_MakeMonthlyRecur(AP_ALERT_CONTEXT* context, long time, int a, int
         return Fail(context);
     }
     int monthShift = 0;
-    const int utcDay = ShiftedMonthDay(day, DayShift(time), monthShift);
+    const int utcDay = ShiftedMonthDay(day, PatternDayShift(time, day), monthShift);
     return WriteRule(
         context, Join("FREQ=MONTHLY;INTERVAL=",
                       std::to_string(a) + ";BYMONTHDAY=" + std::to_string(utcDay), time, c, last));
@@ -295,7 +312,7 @@ bool APAlertDB_MakeYearlyRecur(AP_ALERT_CONTEXT* context, long time, int a, int 
         return Fail(context);
     }
     int monthShift = 0;
-    const int utcDay = ShiftedMonthDay(day, DayShift(time), monthShift);
+    const int utcDay = ShiftedMonthDay(day, PatternDayShift(time, day), monthShift);
     const int month = (a - 1 + monthShift + 12) % 12 + 1;
     return WriteRule(context, Join("FREQ=YEARLY;INTERVAL=1;BYMONTH=",
                                    std::to_string(month) + ";BYMONTHDAY=" + std::to_string(utcDay),

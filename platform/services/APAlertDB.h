@@ -2,7 +2,9 @@
 // builders of their RFC 5545 recurrence rules, and listing when each alarm rings next.
 //
 // Rules are written in UTC: BYHOUR/BYMINUTE are the alert time's UTC hour and minute, and day
-// based parts are moved by the day that separates the local and the UTC date of the alert time.
+// based parts are moved by the day that separates the local and the UTC date of the alert time
+// (for a day of the month: the UTC date of the first ring against the day the rule names, so that
+// a lead of a day is followed too).
 // A series ends with COUNT=c when c counts occurrences, else with UNTIL at the last-occurrence
 // stamp.
 #pragma once

@@ -258,6 +258,22 @@ int APEventRec::AddEventRec(_EventRecInfo* record) {
     return ok ? id : 0;
 }
 
+int APEventRec::AddEventRecs(const _EventRecInfo* records, int count, int* ids) {
+    assert((records && ids) || count <= 0);
+    if (!mImpl->open || count <= 0 || !records || !ids) {
+        return 0;
+    }
+    const bool ok = mImpl->db.Transaction([&] {
+        for (int i = 0; i < count; ++i) {
+            if (!mImpl->WriteRow(records[i], true, ids[i])) {
+                return false;
+            }
+        }
+        return true;
+    });
+    return ok ? count : 0;
+}
+
 int APEventRec::UpdateEventRec(_EventRecInfo* record) {
     assert(record && "UpdateEventRec needs a record");
     if (!record) {

@@ -33,6 +33,9 @@ public:
 
     // Stores a new event; returns its id (> 0), or 0 or less on failure.
     int AddEventRec(_EventRecInfo* record);
+    // Stores many new events in one transaction (an import, a seeded store): either all are stored
+    // and their ids written to `ids` (which holds `count` entries), or none. Returns how many.
+    int AddEventRecs(const _EventRecInfo* records, int count, int* ids);
     // Rewrites the event with the record's id. On failure the record's id is set to 0 and 0 is
     // returned; on success the id is returned.
     int UpdateEventRec(_EventRecInfo* record);

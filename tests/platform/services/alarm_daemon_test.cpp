@@ -115,6 +115,14 @@ TEST_F(AlarmDaemonTest, BuildersWriteRulesThatLibicalExpandsAsMeant) {
          "FREQ=WEEKLY;INTERVAL=1;WKST=SU;BYDAY=SU,MO,TU,WE,TH;BYHOUR=23;BYMINUTE=0;BYSECOND=0;"
          "COUNT=2",
          {}},
+        // A day's lead in Berlin: the ring on the 19th at local midnight is the 18th in UTC.
+        {"monthly_day_lead_of_a_day",
+         "Europe/Berlin",
+         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeMonthlyRecur(c, t, 1, 20, 3, 0); },
+         0,
+         true,
+         "FREQ=MONTHLY;INTERVAL=1;BYMONTHDAY=18;BYHOUR=16;BYMINUTE=0;BYSECOND=0;COUNT=3",
+         {}},
         {"daily_interval_zero",
          "UTC",
          [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeDailyRecur(c, t, 0, 5, 0); },
@@ -161,6 +169,9 @@ TEST_F(AlarmDaemonTest, BuildersWriteRulesThatLibicalExpandsAsMeant) {
         if (std::string(row.name) == "monthly_first_east") {
             time = L(2025, 4, 1, 8, 0);
             next = {L(2025, 4, 1, 8, 0), L(2025, 5, 1, 8, 0), L(2025, 6, 1, 8, 0)};
+        } else if (std::string(row.name) == "monthly_day_lead_of_a_day") {
+            time = L(2025, 3, 19, 0, 0);
+            next = {L(2025, 3, 19, 0, 0), L(2025, 4, 19, 0, 0), L(2025, 5, 19, 0, 0)};
         } else if (std::string(row.name) == "workdays_east_shifted") {
             time = L(2025, 3, 14, 8, 0);  // Friday 08:00 in Tokyo, Thursday 23:00 UTC
             next = {L(2025, 3, 14, 8, 0), L(2025, 3, 17, 8, 0)};

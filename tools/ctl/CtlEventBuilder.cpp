@@ -1,0 +1,350 @@
+// Event records as the application builds them (see the header).
+#include "CtlEventBuilder.h"
+
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <sstream>
+
+#include "APAlertDB.h"
+#include "APEventAlertDB.h"
+#include "APEventRec.h"
+#include "CtlArgs.h"
+#include "PLTimeStamp.h"
+#include "app/VtCalendarSeriesEnd.h"
+
+namespace {
+
+long SeriesLimit() {
+    const PLDate last(2030, 12, 31);
+    const PLTime end(23, 59, 59);
+    return PLDate2TimeStamp(&last, &end);
+}
+
+bool ParseNumbers(const std::string& text, char separator, std::vector<long>& numbers) {
+    std::stringstream stream(text);
+    std::string part;
+    while (std::getline(stream, part, separator)) {
+        long value = 0;
+        if (!CtlParseInt(part, value)) {
+            return false;
+        }
+        numbers.push_back(value);
+    }
+    return !numbers.empty();
+}
+
+// The start date of the record as the form shows it.
+PLDate StartDate(const _EventRecInfo& record, PLTime* time) {
+    PLDate date;
+    if (record.allDay) {
+        TimeStamp2PLDateUTC(record.startStamp, &date, time);
+    } else {
+        TimeStamp2PLDate(record.startStamp, &date, time);
+    }
+    return date;
+}
+
+// The save path's move of a repeating event's start to its first occurrence.
+void MoveToFirstOccurrence(_EventRecInfo& record) {
+    PLTime startTime;
+    const PLDate start = StartDate(record, &startTime);
+    PLDate candidate = start;
+    const int kind = record.recurKind;
+    if (kind == kRecurMonthly || kind == kRecurYearly) {
+        const int week = (record.recurValueB >> 8) & 0xFF;
+        const int day = record.recurValueB & 0xFF;
+        if (week != 0) {
+            candidate = PLDate(start.year, start.month, 1);
+            GetStartWeekday(candidate, week, day);
+        } else {
+            const int length = PLDate::NumberOfDaysInMonth(start.month, start.year);
+            candidate = PLDate(start.year, start.month, day > length ? length : day);
+        }
+        if (kind == kRecurYearly) {
+            candidate.month = uint8_t(record.recurValueA);
+            candidate.FixFromMDY();
+            if (week != 0) {
+                GetStartWeekday(candidate, week, day);
+            }
+            if (candidate < start && candidate.year <= 2029) {
+                candidate.year += 1;
+                candidate.FixFromMDY();
+            }
+        }
+        if (candidate < start) {
+            candidate.month += 1;
+            candidate.FixFromMDY();
+            if (week != 0) {
+                GetStartWeekday(candidate, week, day);
+            }
+        }
+    } else if (kind == kRecurWeekly) {
+        for (int tries = 0; tries < 7; ++tries) {
+            if ((record.recurValueB >> (candidate.Weekday() - 1)) & 1) {
+                break;
+            }
+            candidate += 1;
+        }
+    }
+    if (candidate == start) {
+        return;
+    }
+    const long moved = record.allDay ? PLDateUTC2TimeStamp(&candidate, &startTime)
+                                     : PLDate2TimeStamp(&candidate, &startTime);
+    const long shift = moved - record.startStamp;
+    record.startStamp = int32_t(moved);
+    record.endStamp = int32_t(record.endStamp + shift);
+}
+
+void ClearRepeat(_EventRecInfo& record) {
+    record.recurKind = kRecurNone;
+    record.recurring = 0;
+    record.lastStamp = record.endStamp;
+}
+
+// The weekly mask as the daemon reads it: reversed, then moved to the UTC weekdays.
+int DaemonWeekMask(int mask, long alertTime) {
+    int reversed = 0;
+    for (int i = 0; i < 7; ++i) {
+        if (mask & (1 << i)) {
+            reversed |= 1 << (6 - i);
+        }
+    }
+    const time_t moment = time_t(alertTime);
+    std::tm local{};
+    std::tm utc{};
+    localtime_r(&moment, &local);
+    gmtime_r(&moment, &utc);
+    const long localDay =
+        PLDate::DayNumberOf(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday);
+    const long utcDay = PLDate::DayNumberOf(utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday);
+    if (utcDay < localDay) {
+        const bool wrap = reversed & 0x40;
+        reversed <<= 1;
+        if (wrap) {
+            reversed |= 1;
+        }
+    } else if (utcDay > localDay && reversed != 0) {
+        reversed = (reversed >> 1) | 0x40;
+    }
+    return reversed;
+}
+
+void WriteRule(AP_ALERT_CONTEXT& context, const _EventRecInfo& record, long alertTime) {
+    const int a = record.recurValueA;
+    const int b = record.recurValueB;
+    const int c = record.recurValueC;
+    const long last = record.lastStamp;
+    if (record.recurring) {
+        const int week = b >> 8;
+        const int day = b & 0xFF;
+        const int daemonWeek = week == 5 ? -1 : week;
+        const int daemonWeekday = 6 - day < 1 ? 13 - day : 6 - day;
+        switch (record.recurKind) {
+            case kRecurDaily:
+                if (b == 1) {
+                    APAlertDB_MakeWeekdayRecur(&context, alertTime, c, last);
+                } else {
+                    APAlertDB_MakeDailyRecur(&context, alertTime, a, c, last);
+                }
+                return;
+            case kRecurWeekly:
+                APAlertDB_MakeWeeklyRecur(&context, alertTime, a, DaemonWeekMask(b, alertTime), c,
+                                          last);
+                return;
+            case kRecurMonthly:
+                if (week != 0) {
+                    APAlertDB_MakeMonthlyRecur(&context, alertTime, a, daemonWeek, daemonWeekday, c,
+                                               last);
+                } else {
+                    APAlertDB_MakeMonthlyRecur(&context, alertTime, a, b, c, last);
+                }
+                return;
+            case kRecurYearly:
+                if (week != 0) {
+                    APAlertDB_MakeYearlyRecur(&context, alertTime, a, daemonWeek, daemonWeekday, c,
+                                              last);
+                } else {
+                    APAlertDB_MakeYearlyRecur(&context, alertTime, a, b, c, last);
+                }
+                return;
+            default:
+                break;
+        }
+    }
+    const time_t moment = time_t(alertTime);
+    std::tm utc{};
+    gmtime_r(&moment, &utc);
+    std::snprintf(context.rule, sizeof context.rule,
+                  "FREQ=DAILY;INTERVAL=1;COUNT=1;BYHOUR=%d;BYMINUTE=%d;BYSECOND=0", utc.tm_hour,
+                  utc.tm_min);
+}
+
+}  // namespace
+
+bool CtlParseRepeat(const std::string& text, int interval, CtlRepeat& repeat, std::string& error) {
+    const size_t colon = text.find(':');
+    const std::string kind = text.substr(0, colon);
+    const std::string rest = colon == std::string::npos ? "" : text.substr(colon + 1);
+    std::vector<long> n;
+    repeat.interval = interval;
+    if (kind == "daily" && rest.empty()) {
+        repeat.kind = kRecurDaily;
+    } else if (kind == "workdays" && rest.empty()) {
+        repeat.kind = kRecurDaily;
+        repeat.interval = 1;
+        repeat.pattern = 1;
+    } else if (kind == "weekly" && ParseNumbers(rest, ',', n)) {
+        repeat.kind = kRecurWeekly;
+        for (long weekday : n) {
+            if (weekday < 1 || weekday > 7) {
+                error = "weekdays are 1 (Sunday) .. 7 (Saturday)";
+                return false;
+            }
+            repeat.pattern |= 1 << (weekday - 1);
+        }
+    } else if (kind == "monthly" && ParseNumbers(rest, '/', n) && n.size() <= 2) {
+        repeat.kind = kRecurMonthly;
+        const bool byDay = n.size() == 1;
+        if (byDay ? (n[0] < 1 || n[0] > 31) : (n[0] < 1 || n[0] > 5 || n[1] < 1 || n[1] > 7)) {
+            error = "monthly:DAY takes 1..31, monthly:WEEK/WEEKDAY 1..5 and 1..7";
+            return false;
+        }
+        repeat.pattern = byDay ? int(n[0]) : int(n[0] * 256 + n[1]);
+    } else if (kind == "yearly" && ParseNumbers(rest, '/', n) && (n.size() == 2 || n.size() == 3)) {
+        repeat.kind = kRecurYearly;
+        const bool byDay = n.size() == 2;
+        const bool monthOk = n[0] >= 1 && n[0] <= 12;
+        if (!monthOk || (byDay ? (n[1] < 1 || n[1] > PLDate::NumberOfDaysInMonth(int(n[0]), 2024))
+                               : (n[1] < 1 || n[1] > 5 || n[2] < 1 || n[2] > 7))) {
+            error = "yearly:MONTH/DAY or yearly:MONTH/WEEK/WEEKDAY out of range";
+            return false;
+        }
+        repeat.interval = int(n[0]);
+        repeat.pattern = byDay ? int(n[1]) : int(n[1] * 256 + n[2]);
+    } else {
+        error = "unknown --repeat value " + text;
+        return false;
+    }
+    return true;
+}
+
+bool CtlApplyRepeat(_EventRecInfo& record, const CtlRepeat& repeat, std::string& error) {
+    record.recurKind = repeat.kind;
+    record.recurValueA = repeat.interval;
+    record.recurValueB = repeat.pattern;
+    if (repeat.kind == kRecurNone || repeat.interval < 1 ||
+        (repeat.kind == kRecurWeekly && (repeat.pattern & 0x7F) == 0)) {
+        ClearRepeat(record);
+        return true;
+    }
+    const long limit = SeriesLimit();
+    if (repeat.hasUntil) {
+        const PLTime endOfDay(23, 59, 59);
+        const long last = PLDate2TimeStamp(&repeat.until, &endOfDay);
+        if (last < record.startStamp) {
+            error = "the until date lies before the start";
+            return false;
+        }
+        record.lastStamp = int32_t(last);
+        record.recurValueC = repeat.kind == kRecurDaily ? 0 : -1;
+    } else if (repeat.hasCount) {
+        _RecurInfo setting;
+        setting.startStamp = record.startStamp;
+        setting.endStamp = record.endStamp;
+        setting.interval = repeat.interval;
+        setting.pattern = repeat.pattern;
+        setting.count = repeat.count;
+        setting.kind = repeat.kind;
+        int count = 0;
+        PLDate lastDay;
+        if (repeat.count < 1 || !ComputeSeriesEnd(setting, count, lastDay)) {
+            ClearRepeat(record);
+            return true;
+        }
+        // The editors cut the count until the series ends before the limit.
+        while (setting.lastStamp >= limit) {
+            setting.count -= 1;
+            if (setting.count < 1 || !ComputeSeriesEnd(setting, count, lastDay)) {
+                ClearRepeat(record);
+                return true;
+            }
+        }
+        record.lastStamp = setting.lastStamp;
+        record.recurValueC = setting.count;
+    } else {
+        record.lastStamp = int32_t(limit);
+        record.recurValueC = kRecurNoEnd;
+    }
+    record.recurring = 1;
+    MoveToFirstOccurrence(record);
+    return true;
+}
+
+bool CtlAlarmLead(int alarmID, long& seconds, int& amount, int& unit) {
+    struct Lead {
+        int id, amount, unit;
+        long seconds;
+    };
+    static const Lead kLeads[] = {
+        {11531, 0, 1, 0},      {11532, 1, 1, 60},    {11533, 5, 1, 300},  {11534, 10, 1, 600},
+        {11535, 15, 1, 900},   {11536, 30, 1, 1800}, {11537, 1, 2, 3600}, {11538, 6, 2, 21600},
+        {11539, 12, 2, 43200}, {11540, 1, 3, 86400},
+    };
+    for (const Lead& lead : kLeads) {
+        if (lead.id == alarmID) {
+            seconds = lead.seconds;
+            amount = lead.amount;
+            unit = lead.unit;
+            return true;
+        }
+    }
+    return false;
+}
+
+bool CtlRegisterAlarm(_EventRecInfo& record, long leadSeconds, int amount, int unit,
+                      std::string& error) {
+    AP_ALERT_CONTEXT context;
+    std::memset(&context, 0, sizeof context);
+    long alertTime = record.startStamp - leadSeconds;
+    if (record.allDay) {
+        const PLDate startDay = StartDate(record, nullptr);
+        alertTime = PLDate2TimeStamp(&startDay, nullptr) - leadSeconds;
+        context.localTimeFlag = 1;
+        context.utcAlertTime = int32_t(record.startStamp - leadSeconds);
+    }
+    context.alertTime = int32_t(alertTime);
+    WriteRule(context, record, alertTime);
+    // The owner key is the alert record's id, which a new alarm does not have yet.
+    std::snprintf(context.owner, sizeof context.owner, "%d", 0);
+    context.sourceKind = 5;
+    context.state = 1;
+    const int daemonId = APAlertDB_AddAlert(&context);
+    if (daemonId <= 0) {
+        APEventRec().DeleteEventRec(record.id);
+        error = "the alarm daemon refused the alarm; the event was removed";
+        return false;
+    }
+    _EventAlertInfo info{};
+    info.daemonId = daemonId;
+    info.enabled = 1;
+    info.eventTime = record.startStamp;
+    info.leadAmount = amount;
+    info.leadUnit = unit;
+    APEventAlertDB alerts;
+    if (alerts.Add(&info) <= 0) {
+        APAlertDB_DeleteAlert(daemonId);
+        APEventRec().DeleteEventRec(record.id);
+        error = "cannot store the alert record: " + alerts.GetLastError();
+        return false;
+    }
+    record.alertInfoId = info.id;
+    record.alarm = 1;
+    APEventRec store;
+    if (store.UpdateEventRec(&record) <= 0) {
+        error = "cannot rewrite the event: " + store.GetLastError();
+        return false;
+    }
+    return true;
+}
