@@ -115,9 +115,9 @@ TEST_F(AlarmDaemonTest, BuildersWriteRulesThatLibicalExpandsAsMeant) {
          "FREQ=WEEKLY;INTERVAL=1;WKST=SU;BYDAY=SU,MO,TU,WE,TH;BYHOUR=23;BYMINUTE=0;BYSECOND=0;"
          "COUNT=2",
          {}},
-        // A day's lead in Berlin: the ring on the 19th at local midnight is the 18th in UTC.
+        // A day's lead in Shanghai: the ring on the 19th at local midnight is the 18th in UTC.
         {"monthly_day_lead_of_a_day",
-         "Europe/Berlin",
+         "Asia/Shanghai",
          [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeMonthlyRecur(c, t, 1, 20, 3, 0); },
          0,
          true,
