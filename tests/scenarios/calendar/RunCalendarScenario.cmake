@@ -1,0 +1,72 @@
+# Runs one calendar scenario: seed the device root, run the script, check the store and the log.
+# Invoked with cmake -P and the -D values that calendar_scenario passes.
+file(REMOVE_RECURSE ${WORK})
+file(MAKE_DIRECTORY ${WORK}/root)
+set(root ${WORK}/root)
+set(problems)
+
+function(run_ctl line out_var)
+    separate_arguments(words UNIX_COMMAND "${line}")
+    execute_process(COMMAND ${CTL} --root ${root} ${words}
+        WORKING_DIRECTORY ${WORK} RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
+    if(NOT status EQUAL 0)
+        message(FATAL_ERROR "calendar-ctl ${line} failed (${status}): ${err}")
+    endif()
+    set(${out_var} "${out}" PARENT_SCOPE)
+endfunction()
+
+if(SEED)
+    file(STRINGS ${SEED} lines)
+    foreach(line IN LISTS lines)
+        if(line MATCHES "^[ \t]*(#|$)")
+            continue()
+        endif()
+        if(line MATCHES "^write ([^ ]+) (.*)$")
+            get_filename_component(dir ${root}${CMAKE_MATCH_1} DIRECTORY)
+            file(MAKE_DIRECTORY ${dir})
+            file(WRITE ${root}${CMAKE_MATCH_1} "${CMAKE_MATCH_2}")
+            continue()
+        endif()
+        run_ctl("${line}" ignored)
+    endforeach()
+endif()
+
+execute_process(
+    COMMAND ${SIM} --headless --app ${APP} --root ${root} --now ${NOW} --script ${SCRIPT}
+    WORKING_DIRECTORY ${WORK}
+    RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err TIMEOUT 90)
+if(NOT "${status}" STREQUAL "${EXPECT_EXIT}")
+    list(APPEND problems "exit status ${status}, expected ${EXPECT_EXIT}")
+endif()
+
+if(CTL_CHECKS GREATER 0)
+    math(EXPR last "${CTL_CHECKS} - 1")
+    foreach(index RANGE ${last})
+        run_ctl("${CTL_${index}}" answer)
+        set(regex "${CTL_REGEX_${index}}")
+        # A leading '!' asks that the answer does not match.
+        if(regex MATCHES "^!(.*)$")
+            if(answer MATCHES "${CMAKE_MATCH_1}")
+                list(APPEND problems "calendar-ctl ${CTL_${index}} matches ${regex}:\n${answer}")
+            endif()
+        elseif(NOT answer MATCHES "${regex}")
+            list(APPEND problems "calendar-ctl ${CTL_${index}} does not match ${regex}:\n${answer}")
+        endif()
+    endforeach()
+endif()
+
+set(log "")
+if(EXISTS ${root}/var/log/messages.jsonl)
+    file(READ ${root}/var/log/messages.jsonl log)
+endif()
+if(NOT "${EXPECT_LOG}" STREQUAL "" AND NOT log MATCHES "${EXPECT_LOG}")
+    list(APPEND problems "message log does not match ${EXPECT_LOG}:\n${log}")
+endif()
+if(NOT "${REJECT_LOG}" STREQUAL "" AND log MATCHES "${REJECT_LOG}")
+    list(APPEND problems "message log should not match ${REJECT_LOG}:\n${log}")
+endif()
+
+if(problems)
+    string(REPLACE ";" "\n  " listed "${problems}")
+    message(FATAL_ERROR "scenario ${SCRIPT} failed:\n  ${listed}\n--- stdout\n${out}--- stderr\n${err}")
+endif()
