@@ -25,6 +25,10 @@ VtTimePickerDialog::VtTimePickerDialog(uint32_t id, long hour, long minute, long
       mMinute(std::clamp(minute, 0L, 59L)),
       mTwelve(format != kPLTimeFormat24),
       mMode(mode == kVtTimeHourOnly ? kVtTimeHourOnly : kVtTimeHourMinute) {
+    if (mMode == kVtTimeHourOnly) {
+        // What the picker shows is what it answers: the hour alone, on the full hour.
+        mMinute = 0;
+    }
     SetTitle(title.IsEmpty() ? PLBasicString<char>(" ") : title);
 }
 

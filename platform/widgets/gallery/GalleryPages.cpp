@@ -45,6 +45,9 @@ void OpenInputFor(IMEManager& ime, GalleryScreen& screen, VtEditField& field, lo
 }
 
 std::string TimeResult(long result, const VtTimePickerDialog& dialog) {
+    if (result != 0) {
+        return "time " + std::to_string(result);
+    }
     // The caller's reading of a 12-hour result: 12 AM is hour 0, PM adds 12 except to 12.
     long hour = dialog.GetHour();
     if (dialog.Is12Hour() == 1) {

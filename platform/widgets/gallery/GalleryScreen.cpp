@@ -23,12 +23,17 @@ std::string GalleryScreen::Describe(const PLMessage& message) {
         }
         name += c;
     }
-    if (name.empty()) {
+    if (kind == kPLMsgScroll) {
+        // The platform numbers the scroll kind with its characters the other way round.
+        name = "rscm";
+    } else if (name.empty()) {
         name = std::to_string(kind);
     }
     long value = static_cast<long>(message.GetUserMessageID());
     if (const auto* state = dynamic_cast<const VtStateMessage*>(&message)) {
         value = state->GetState();
+    } else if (const auto* scroll = dynamic_cast<const PLScrollerMessage*>(&message)) {
+        value = scroll->GetOffset().v;
     }
     return name + " " + std::to_string(message.GetSenderID()) + " " + std::to_string(value);
 }
