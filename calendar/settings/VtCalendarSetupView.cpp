@@ -122,7 +122,9 @@ void VtCalendarSetupView::LoadSettings() {
     SelectByIndex(mKeepTimeMenu.get(), mKeepTime, KeepTimeMenuIndex(read.keepTime));
     mDayStart = PLTime(read.startDayTime, 0, 0);
     ShowDayStart(false);
-    mLunar->SetOnState(read.lunarCalendar != 0 ? 1 : 0, false);
+    // Ticked for any non-zero value; the box keeps the value itself, so that a value other than
+    // 0 or 1 is saved as the default unless the user ticks the box again.
+    mLunar->SetOnState(read.lunarCalendar, false);
 }
 
 void VtCalendarSetupView::ShowDayStart(bool redraw) {
