@@ -6,7 +6,9 @@
 //
 // The container is the "scroller": SetAutoScroll and EnsureVisible belong to it. Its size may be
 // changed at any time (the editors shrink it while the input method is up); the content pane and
-// the bar follow.
+// the bar follow when the container next draws or scrolls, or at once with Layout(). So after a
+// SetSize or SetLocation, read the visible height with GetVisibleHeight() (or call Layout()
+// before reading the content pane's size).
 #pragma once
 
 #include "PLRect.h"
