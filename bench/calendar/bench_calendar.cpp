@@ -1,0 +1,309 @@
+// The month view's reload (store query, midnight pass, placement and expansion) plus its repaint,
+// on a store of 10^4 events of which 10^3 repeat (daily, weekly, monthly, yearly), for repeating
+// events that started 1, 10 or up to 20 years before the shown month. Beside it, libical expands
+// the same 10^3 rules over the same month; the ratio of the two is reported in the same run.
+#include <benchmark/benchmark.h>
+#include <libical/ical.h>
+
+#include <cstdio>
+#include <ctime>
+#include <filesystem>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "APEventRec.h"
+#include "PLAppContext.h"
+#include "PLDeviceRoot.h"
+#include "PLScreen.h"
+#include "PLView.h"
+#include "app/VtCalendarEventStore.h"
+#include "month/VtCalendarMonthView.h"
+#include "recur/_RecurInfo.h"
+
+namespace {
+
+constexpr int kEvents = 10000;
+constexpr int kRepeating = 1000;
+// The shown month: November 2026. Times are UTC (run with TZ=UTC, as the tests do).
+constexpr int kYear = 2026;
+constexpr int kMonth = 11;
+
+long Utc(int year, int month, int day, int hour = 0) {
+    std::tm t{};
+    t.tm_year = year - 1900;
+    t.tm_mon = month - 1;
+    t.tm_mday = day;
+    t.tm_hour = hour;
+    return long(timegm(&t));
+}
+
+const long kShownStart = Utc(kYear, kMonth, 1);
+const long kSeriesEnd = Utc(2030, 12, 31, 23) + 3599;
+
+// Ages of the repeating events: exactly 1 or 10 years back, or anywhere up to 20 years back.
+enum Age { kOneYear = 1, kTenYears = 10, kUpToTwenty = 20 };
+
+void MakeRepeating(std::mt19937& random, _EventRecInfo& record, int index) {
+    switch (index % 4) {
+        case 0:
+            record.recurKind = kRecurDaily;
+            record.recurValueB = random() % 4 == 0 ? 1 : 0;
+            record.recurValueA = record.recurValueB == 1 ? 1 : 1 + int(random() % 3);
+            break;
+        case 1:
+            record.recurKind = kRecurWeekly;
+            record.recurValueA = 1 + int(random() % 2);
+            record.recurValueB = 1 + int(random() % 127);
+            break;
+        case 2:
+            record.recurKind = kRecurMonthly;
+            record.recurValueA = 1 + int(random() % 3);
+            record.recurValueB = random() % 2
+                                     ? 1 + int(random() % 28)
+                                     : (1 + int(random() % 5)) * 256 + 1 + int(random() % 7);
+            break;
+        default:
+            record.recurKind = kRecurYearly;
+            record.recurValueA = 1 + int(random() % 12);
+            record.recurValueB = random() % 2
+                                     ? 1 + int(random() % 28)
+                                     : (1 + int(random() % 4)) * 256 + 1 + int(random() % 7);
+            break;
+    }
+    record.recurring = 1;
+    record.recurValueC = kRecurNoEnd;
+    record.lastStamp = int32_t(kSeriesEnd);
+}
+
+std::vector<_EventRecInfo> MakeEvents(Age age) {
+    std::mt19937 random(20261121u + unsigned(age));
+    std::vector<_EventRecInfo> events;
+    const long first = Utc(2006, 1, 1);
+    const long last = Utc(2030, 12, 1);
+    for (int i = 0; i < kEvents; ++i) {
+        _EventRecInfo record;
+        InitEventRecInfo(&record);
+        long start = first + long(random() % uint32_t(last - first));
+        if (i < kRepeating) {
+            const long back = age == kUpToTwenty ? long(random() % (20u * 365u)) * 86400
+                                                 : long(age) * 365 * 86400;
+            start = kShownStart - back - long(random() % 28) * 86400;
+            start -= start % 3600;
+        }
+        record.startStamp = int32_t(start);
+        record.endStamp = int32_t(start + 1800 + long(random() % (2 * 86400)));
+        record.lastStamp = record.endStamp;
+        record.colour = 11544 + uint32_t(random() % 10);
+        record.classChoice = 11561;
+        std::snprintf(record.subject, sizeof record.subject, "event %d", i);
+        if (i < kRepeating) {
+            record.endStamp = record.startStamp + 3600;
+            MakeRepeating(random, record, i);
+        }
+        events.push_back(record);
+    }
+    return events;
+}
+
+// Points the device root at the cached store for `age`, building it on first use.
+bool UseStore(Age age, std::string& error) {
+    const std::filesystem::path root = std::filesystem::path(CAL_BINARY_DIR) / "bench-cache" /
+                                       ("calendar-month-" + std::to_string(int(age)));
+    const std::filesystem::path done = root / "complete";
+    PLDeviceRoot::SetRoot(root.string());
+    if (std::filesystem::exists(done)) {
+        return true;
+    }
+    std::filesystem::remove_all(root);
+    std::filesystem::create_directories(root);
+    const std::vector<_EventRecInfo> events = MakeEvents(age);
+    std::vector<int> ids(events.size());
+    APEventRec store;
+    if (store.AddEventRecs(events.data(), int(events.size()), ids.data()) != int(events.size())) {
+        error = store.GetLastError();
+        return false;
+    }
+    std::FILE* marker = std::fopen(done.c_str(), "w");
+    if (marker != nullptr) {
+        std::fclose(marker);
+    }
+    return true;
+}
+
+// The month view on the screen's root, as the application shows it.
+struct Screen {
+    PLListener application;
+    PLView root{0, PLPoint(0, 0), PLSize(320, 240)};
+    PLDate selected{kYear, kMonth, 21};
+    VtCalendarMonthView* view = nullptr;
+
+    Screen() {
+        PLAppContext::ResetInstance();
+        PLAppContext::GetInstance()->GetScreen().SetRoot(&root);
+        view = VtCalendarMonthView::Make(11100, &selected, &application);
+        root.AddSubPane(view, false);
+    }
+    ~Screen() { PLAppContext::GetInstance()->GetScreen().SetRoot(nullptr); }
+};
+
+void MonthReloadRepaint(benchmark::State& state) {
+    std::string error;
+    if (!UseStore(Age(state.range(0)), error)) {
+        state.SkipWithError(error.c_str());
+        return;
+    }
+    Screen screen;
+    PLScreen& display = PLAppContext::GetInstance()->GetScreen();
+    for (auto _ : state) {
+        screen.view->Reload(0);
+        display.PaintAll();
+        benchmark::DoNotOptimize(display.GetFramebuffer().Pixels());
+    }
+    state.SetLabel(screen.view->HasEvents() ? "marks placed" : "no events");
+}
+
+// The placement and expansion alone, on the list the store returned.
+void MonthModelBuild(benchmark::State& state) {
+    std::string error;
+    if (!UseStore(Age(state.range(0)), error)) {
+        state.SkipWithError(error.c_str());
+        return;
+    }
+    long start = 0;
+    long end = 0;
+    VtCalendarMonthRange(PLDate(kYear, kMonth, 1), start, end);
+    APMonthEventNode* list = VtCalendarQueryMonth(start, end);
+    int nodes = 0;
+    for (const APMonthEventNode* node = list; node != nullptr; node = node->next) {
+        ++nodes;
+    }
+    VtCalendarMonthModel model;
+    model.SetShownDate(PLDate(kYear, kMonth, 21));
+    for (auto _ : state) {
+        model.Build(list);
+        benchmark::ClobberMemory();
+    }
+    state.counters["nodes"] = nodes;
+    VtCalendarFreeNodes(list);
+}
+
+// The RRULE that libical expands for one stored rule.
+std::string RuleText(const _EventRecInfo& record) {
+    static const char* const kDays[] = {"SU", "MO", "TU", "WE", "TH", "FR", "SA"};
+    char text[256];
+    const int week = record.recurValueB >> 8;
+    const int low = record.recurValueB & 0xFF;
+    const int ordinal = week >= 5 ? -1 : week;
+    switch (record.recurKind) {
+        case kRecurDaily:
+            if (record.recurValueB == 1) {
+                return "FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR";
+            }
+            std::snprintf(text, sizeof text, "FREQ=DAILY;INTERVAL=%d", record.recurValueA);
+            return text;
+        case kRecurWeekly: {
+            std::string days;
+            for (int d = 0; d < 7; ++d) {
+                if (record.recurValueB & (1 << d)) {
+                    days += days.empty() ? "" : ",";
+                    days += kDays[d];
+                }
+            }
+            return "FREQ=WEEKLY;INTERVAL=" + std::to_string(record.recurValueA) + ";BYDAY=" + days;
+        }
+        case kRecurMonthly:
+            if (week == 0) {
+                std::snprintf(text, sizeof text, "FREQ=MONTHLY;INTERVAL=%d;BYMONTHDAY=%d",
+                              record.recurValueA, low);
+            } else {
+                std::snprintf(text, sizeof text, "FREQ=MONTHLY;INTERVAL=%d;BYDAY=%d%s",
+                              record.recurValueA, ordinal, kDays[low - 1]);
+            }
+            return text;
+        default:
+            if (week == 0) {
+                std::snprintf(text, sizeof text, "FREQ=YEARLY;BYMONTH=%d;BYMONTHDAY=%d",
+                              record.recurValueA, low);
+            } else {
+                std::snprintf(text, sizeof text, "FREQ=YEARLY;BYMONTH=%d;BYDAY=%d%s",
+                              record.recurValueA, ordinal, kDays[low - 1]);
+            }
+            return text;
+    }
+}
+
+// libical expanding the same rules from their starts through the shown month.
+void LibicalExpandMonth(benchmark::State& state) {
+    const std::vector<_EventRecInfo> events = MakeEvents(Age(state.range(0)));
+    std::vector<icalrecurrencetype> rules;
+    std::vector<icaltimetype> starts;
+    for (int i = 0; i < kRepeating; ++i) {
+        rules.push_back(icalrecurrencetype_from_string(RuleText(events[size_t(i)]).c_str()));
+        starts.push_back(icaltime_from_timet_with_zone(events[size_t(i)].startStamp, 0,
+                                                       icaltimezone_get_utc_timezone()));
+    }
+    const icaltimetype monthStart =
+        icaltime_from_timet_with_zone(kShownStart, 0, icaltimezone_get_utc_timezone());
+    const icaltimetype monthEnd = icaltime_from_timet_with_zone(Utc(kYear, kMonth + 1, 1), 0,
+                                                                icaltimezone_get_utc_timezone());
+    long occurrences = 0;
+    for (auto _ : state) {
+        occurrences = 0;
+        for (size_t i = 0; i < rules.size(); ++i) {
+            icalrecur_iterator* it = icalrecur_iterator_new(rules[i], starts[i]);
+            if (it == nullptr) {
+                continue;
+            }
+            for (icaltimetype t = icalrecur_iterator_next(it); !icaltime_is_null_time(t);
+                 t = icalrecur_iterator_next(it)) {
+                if (icaltime_compare(t, monthEnd) >= 0) {
+                    break;
+                }
+                if (icaltime_compare(t, monthStart) >= 0) {
+                    ++occurrences;
+                }
+            }
+            icalrecur_iterator_free(it);
+        }
+        benchmark::DoNotOptimize(occurrences);
+    }
+    state.counters["occurrences"] = double(occurrences);
+}
+
+BENCHMARK(MonthReloadRepaint)
+    ->ArgName("years")
+    ->Arg(kOneYear)
+    ->Arg(kTenYears)
+    ->Arg(kUpToTwenty)
+    ->Unit(benchmark::kMicrosecond)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
+BENCHMARK(MonthModelBuild)
+    ->ArgName("years")
+    ->Arg(kOneYear)
+    ->Arg(kTenYears)
+    ->Arg(kUpToTwenty)
+    ->Unit(benchmark::kMicrosecond)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
+BENCHMARK(LibicalExpandMonth)
+    ->ArgName("years")
+    ->Arg(kOneYear)
+    ->Arg(kTenYears)
+    ->Arg(kUpToTwenty)
+    ->Unit(benchmark::kMicrosecond)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    setenv("TZ", "UTC", 1);
+    tzset();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
