@@ -20,11 +20,15 @@ namespace {
 struct ProgramFile {
     const char* installPath;  // relative to the install directory
     const char* devicePath;
+    // The widgets fall back to built-in texts without the platform's resource file, so a build
+    // that lacks it still gets a working device.
+    bool optional;
 };
 
 constexpr ProgramFile kProgramFiles[] = {
-    {"share/calendar.rsc", "/root/resource/calendar.rsc"},
-    {"lib/libVtShare_shareui.so", "/usr/lib/libVtShare_shareui.so"},
+    {"share/calendar.rsc", "/root/resource/calendar.rsc", false},
+    {"lib/libVtShare_shareui.so", "/usr/lib/libVtShare_shareui.so", false},
+    {"share/platform.rsc", "/usr/share/platform/platform.rsc", true},
 };
 
 std::string ParentDirectory(const std::string& path) {
@@ -59,7 +63,7 @@ bool Refresh(const ProgramFile& file, const std::string& installDir, std::string
     std::string source = installDir + "/" + file.installPath;
     std::string target = PLDeviceRoot::Resolve(file.devicePath);
     if (!Exists(source)) {
-        if (Exists(target)) {
+        if (Exists(target) || file.optional) {
             return true;  // keep what the device has; the build may not have produced it yet
         }
         error = "the install layout lacks " + source + " (set CAL_INSTALL_DIR to the build dir)";

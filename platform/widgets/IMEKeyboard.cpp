@@ -5,12 +5,18 @@
 
 #include "IMEManager.h"
 #include "PLDrawContext.h"
+#include "VtPlatformText.h"
 #include "VtTheme.h"
 
 namespace {
 constexpr int kRowHeight = kPLScreenHeight / 8 - 5;  // 35: four rows fill the keyboard
 constexpr int kKeyWidth = 24;
 constexpr uint32_t kKeyboardID = 50020;
+
+// The label of a special key, from the platform texts.
+std::string Label(uint32_t id) {
+    return VtPlatformText::Get(id).str();
+}
 }  // namespace
 
 IMEKeyboard::IMEKeyboard(IMEManager& manager, bool keypad)
@@ -48,9 +54,11 @@ void IMEKeyboard::BuildKeypad() {
         AddRow(rows[r], r * kRowHeight, 0, width);
     }
     const int top = 3 * kRowHeight;
-    AddKey({top, 0, top + kRowHeight, width}, "\xE2\x86\x90", Key::Action::Erase, "");
+    AddKey({top, 0, top + kRowHeight, width}, Label(VtPlatformText::kKeyDelete), Key::Action::Erase,
+           "");
     AddKey({top, width, top + kRowHeight, 2 * width}, "0", Key::Action::Type, "0");
-    AddKey({top, 2 * width, top + kRowHeight, kPLScreenWidth}, "Done", Key::Action::Done, "");
+    AddKey({top, 2 * width, top + kRowHeight, kPLScreenWidth}, Label(VtPlatformText::kKeyDone),
+           Key::Action::Done, "");
 }
 
 void IMEKeyboard::BuildLetters() {
@@ -59,16 +67,20 @@ void IMEKeyboard::BuildLetters() {
     AddRow("qwertyuiop", 0, 0, kKeyWidth);
     AddRow("asdfghjkl", kRowHeight, kKeyWidth / 2, kKeyWidth);
     const int third = 2 * kRowHeight;
-    AddKey({third, 0, third + kRowHeight, 36}, "\xE2\x86\x91", Key::Action::Shift, "");
+    AddKey({third, 0, third + kRowHeight, 36}, Label(VtPlatformText::kKeyShift), Key::Action::Shift,
+           "");
     AddRow("zxcvbnm", third, 36, kKeyWidth);
-    AddKey({third, 36 + 7 * kKeyWidth, third + kRowHeight, kPLScreenWidth}, "\xE2\x86\x90",
-           Key::Action::Erase, "");
+    AddKey({third, 36 + 7 * kKeyWidth, third + kRowHeight, kPLScreenWidth},
+           Label(VtPlatformText::kKeyDelete), Key::Action::Erase, "");
     const int fourth = 3 * kRowHeight;
-    AddKey({fourth, 0, fourth + kRowHeight, 48}, "123", Key::Action::Symbols, "");
+    AddKey({fourth, 0, fourth + kRowHeight, 48}, Label(VtPlatformText::kKeySymbols),
+           Key::Action::Symbols, "");
     AddKey({fourth, 48, fourth + kRowHeight, 72}, ",", Key::Action::Type, ",");
-    AddKey({fourth, 72, fourth + kRowHeight, 168}, "space", Key::Action::Type, " ");
+    AddKey({fourth, 72, fourth + kRowHeight, 168}, Label(VtPlatformText::kKeySpace),
+           Key::Action::Type, " ");
     AddKey({fourth, 168, fourth + kRowHeight, 192}, ".", Key::Action::Type, ".");
-    AddKey({fourth, 192, fourth + kRowHeight, kPLScreenWidth}, "Done", Key::Action::Done, "");
+    AddKey({fourth, 192, fourth + kRowHeight, kPLScreenWidth}, Label(VtPlatformText::kKeyDone),
+           Key::Action::Done, "");
 }
 
 void IMEKeyboard::BuildSymbols() {
@@ -79,14 +91,17 @@ void IMEKeyboard::BuildSymbols() {
     const int third = 2 * kRowHeight;
     AddKey({third, 0, third + kRowHeight, 36}, "#", Key::Action::Type, "#");
     AddRow("?!'%+=*", third, 36, kKeyWidth);
-    AddKey({third, 36 + 7 * kKeyWidth, third + kRowHeight, kPLScreenWidth}, "\xE2\x86\x90",
-           Key::Action::Erase, "");
+    AddKey({third, 36 + 7 * kKeyWidth, third + kRowHeight, kPLScreenWidth},
+           Label(VtPlatformText::kKeyDelete), Key::Action::Erase, "");
     const int fourth = 3 * kRowHeight;
-    AddKey({fourth, 0, fourth + kRowHeight, 48}, "abc", Key::Action::Letters, "");
+    AddKey({fourth, 0, fourth + kRowHeight, 48}, Label(VtPlatformText::kKeyLetters),
+           Key::Action::Letters, "");
     AddKey({fourth, 48, fourth + kRowHeight, 72}, ",", Key::Action::Type, ",");
-    AddKey({fourth, 72, fourth + kRowHeight, 168}, "space", Key::Action::Type, " ");
+    AddKey({fourth, 72, fourth + kRowHeight, 168}, Label(VtPlatformText::kKeySpace),
+           Key::Action::Type, " ");
     AddKey({fourth, 168, fourth + kRowHeight, 192}, ".", Key::Action::Type, ".");
-    AddKey({fourth, 192, fourth + kRowHeight, kPLScreenWidth}, "Done", Key::Action::Done, "");
+    AddKey({fourth, 192, fourth + kRowHeight, kPLScreenWidth}, Label(VtPlatformText::kKeyDone),
+           Key::Action::Done, "");
 }
 
 int IMEKeyboard::KeyAt(PLPoint local) const {

@@ -6,13 +6,20 @@
 #include "PLDrawContext.h"
 #include "VtButton.h"
 #include "VtDateRange.h"
+#include "VtPlatformText.h"
 #include "VtTheme.h"
 
 namespace {
 constexpr int kHeaderHeight = 26;
 constexpr int kWeekdayHeight = 18;
 constexpr int kArrowWidth = 30;
-constexpr const char* kWeekdayLetters[7] = {"S", "M", "T", "W", "T", "F", "S"};
+// The month arrows' glyphs are drawn this far towards the year arrows (their tap areas stay where
+// they are), so that the longest month name fits between them.
+constexpr int kMonthGlyphShift = 10;
+// Room on each side of the header that the month title leaves to the arrows: the year column and
+// the month column up to its shifted glyph (half a column, less the shift, plus the glyph's half
+// width of 4 and a gap of 4).
+constexpr int kTitleSideRoom = kArrowWidth + kArrowWidth / 2 - kMonthGlyphShift + 8;
 }  // namespace
 
 VtCalendarDateDialog::VtCalendarDateDialog(uint32_t id, PLSize extent, const PLDate& date,
@@ -68,6 +75,27 @@ void VtCalendarDateDialog::MoveMonths(int months) {
         date = months > 0 ? VtDateRange::Last() : VtDateRange::First();
     }
     SetDate(date);
+}
+
+PLBasicString<char> VtCalendarDateDialog::HeaderText() const {
+    const int width = HeaderRect().Width() - 2 * kTitleSideRoom;
+    PLBasicString<char> named = VtPlatformText::FitDateTitle(
+        mDate, {VtPlatformText::kMonthTitleLong, VtPlatformText::kMonthTitleShort},
+        VtTheme::Current().TextFont(), width);
+    if (!named.IsEmpty()) {
+        return named;
+    }
+    char month[16];
+    std::snprintf(month, sizeof month, "%04d-%02d", int(mDate.year), int(mDate.month));
+    return PLBasicString<char>(month);
+}
+
+PLBasicString<char> VtCalendarDateDialog::WeekdayLabel(int column) const {
+    if (column < 0 || column > 6) {
+        return {};
+    }
+    const int weekday = (int(mFirstWeekday) - 1 + column) % 7 + 1;  // 1 Sunday
+    return VtPlatformText::WeekdayName(weekday, VtWeekdayForm::Initial);
 }
 
 VtCalendarDateDialog::Hit VtCalendarDateDialog::HitAt(PLPoint local, int& cell) const {
@@ -198,13 +226,14 @@ void VtCalendarDateDialog::DrawContent(PLDrawContext& context, const PLRect& are
     // Year arrows are doubled, month arrows single.
     theme.DrawArrow(context, prevYear.Offsetted(0, -3), VtArrow::Left, canBack ? arrow : off);
     theme.DrawArrow(context, prevYear.Offsetted(0, 4), VtArrow::Left, canBack ? arrow : off);
-    theme.DrawArrow(context, prevMonth, VtArrow::Left, canBack ? arrow : off);
-    theme.DrawArrow(context, nextMonth, VtArrow::Right, canOn ? arrow : off);
+    theme.DrawArrow(context, prevMonth.Offsetted(0, -kMonthGlyphShift), VtArrow::Left,
+                    canBack ? arrow : off);
+    theme.DrawArrow(context, nextMonth.Offsetted(0, kMonthGlyphShift), VtArrow::Right,
+                    canOn ? arrow : off);
     theme.DrawArrow(context, nextYear.Offsetted(0, -3), VtArrow::Right, canOn ? arrow : off);
     theme.DrawArrow(context, nextYear.Offsetted(0, 4), VtArrow::Right, canOn ? arrow : off);
-    char month[16];
-    std::snprintf(month, sizeof month, "%04d-%02d", int(mDate.year), int(mDate.month));
-    theme.DrawText(context, month, header, theme.TextColor(), kPLJustifyCenter, nullptr, 0);
+    theme.DrawText(context, HeaderText().view(), header, theme.TextColor(), kPLJustifyCenter,
+                   nullptr, 0);
 
     const PLRect first = CellRect(0);
     for (int c = 0; c < 7; ++c) {
@@ -213,8 +242,7 @@ void VtCalendarDateDialog::DrawContent(PLDrawContext& context, const PLRect& are
         const PLRect label{header.bottom, cell.left, first.top, cell.right};
         const PLRGBColor color =
             weekday == 0 || weekday == 6 ? VtTheme::kRed : PLRGBColor{90, 94, 102};
-        theme.DrawText(context, kWeekdayLetters[weekday], label, color, kPLJustifyCenter, nullptr,
-                       0);
+        theme.DrawText(context, WeekdayLabel(c).view(), label, color, kPLJustifyCenter, nullptr, 0);
     }
     const PLDate today = PLDate::Today();
     for (int c = 0; c < 42; ++c) {

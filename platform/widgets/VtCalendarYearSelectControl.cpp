@@ -9,6 +9,7 @@
 #include "PLMessage.h"
 #include "PLTimeStamp.h"
 #include "VtDateRange.h"
+#include "VtPlatformText.h"
 #include "VtTheme.h"
 
 VtCalendarYearSelectControl::VtCalendarYearSelectControl(uint32_t id, long type, PLDate* date,
@@ -24,6 +25,22 @@ VtCalendarYearSelectControl::VtCalendarYearSelectControl(uint32_t id, long type,
 PLBasicString<char> VtCalendarYearSelectControl::TitleText() const {
     if (mDate == nullptr) {
         return {};
+    }
+    // The longest named title that fits between the arrows, in the font the title is drawn with.
+    const PLFont* font = GetFont() != nullptr ? GetFont() : VtTheme::Current().TextFont();
+    const int width = GetSize().h - 2 * kArrowWidth - 2 * kTitleMargin;
+    PLBasicString<char> named =
+        mType == kVtHeaderMonth
+            ? VtPlatformText::FitDateTitle(
+                  *mDate, {VtPlatformText::kMonthTitleLong, VtPlatformText::kMonthTitleShort}, font,
+                  width)
+            : VtPlatformText::FitDateTitle(
+                  *mDate,
+                  {VtPlatformText::kDayTitleLong, VtPlatformText::kDayTitleMedium,
+                   VtPlatformText::kDayTitleShort},
+                  font, width);
+    if (!named.IsEmpty()) {
+        return named;
     }
     if (mType == kVtHeaderMonth) {
         char text[16];

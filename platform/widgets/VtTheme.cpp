@@ -8,6 +8,7 @@
 #include "PLPane.h"
 #include "PLTypes.h"
 #include "VtAppearance.h"
+#include "VtPlatformText.h"
 
 namespace {
 
@@ -318,4 +319,7 @@ void InitVantorTheme(const PLRGBColor& tint, long fontScale, bool bmpBackgrounds
     options.roundedCorners = roundedCorners;
     options.highContrast = highContrast;
     PLThemeManager::SetCurrentTheme(new VtTheme(options));
+    // The widgets' own texts (month names, key labels); without the file they keep their
+    // fallbacks, so a failure here is reported but does not stop the application.
+    VtPlatformText::Install();
 }

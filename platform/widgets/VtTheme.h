@@ -112,5 +112,8 @@ private:
 // - `gradients`: bars, bands and buttons shaded top to bottom; false paints them flat.
 // - `roundedCorners`: faces with their corner pixels cut; false gives square corners.
 // - `highContrast`: black borders and pure black text.
+// It also registers the platform's texts ("/usr/share/platform/platform.rsc") with the application
+// context, once per context; a missing file is reported on standard error and the widgets keep
+// their fallback texts.
 void InitVantorTheme(const PLRGBColor& tint, long fontScale, bool bmpBackgrounds, bool gradients,
                      bool roundedCorners, bool highContrast);

@@ -8,6 +8,7 @@
 #include "PLFont.h"
 #include "PLTime.h"
 #include "VtButton.h"
+#include "VtPlatformText.h"
 #include "VtTheme.h"
 
 namespace {
@@ -90,7 +91,8 @@ PLBasicString<char> VtTimePickerDialog::ColumnText(int column) const {
     } else if (column == 1) {
         std::snprintf(text, sizeof text, "%02ld", mMode == kVtTimeHourOnly ? 0L : mMinute);
     } else {
-        return GetSuffix();
+        // GetSuffix stays "AM"/"PM" for callers; what the column shows is the platform's label.
+        return VtPlatformText::Get(mHour >= 12 ? VtPlatformText::kTimePM : VtPlatformText::kTimeAM);
     }
     return PLBasicString<char>(text);
 }

@@ -122,6 +122,39 @@ TEST_F(DeviceSetupTest, FailuresSayWhatIsWrong) {
     }
 }
 
+// The platform's resource file is refreshed like the calendar's, but a build without it still
+// populates a device: the widgets have built-in texts.
+TEST_F(DeviceSetupTest, PlatformResourcesAreRefreshedWhenBuiltAndOptionalOtherwise) {
+    struct Row {
+        const char* name;
+        const char* installed;  // null: the install layout lacks the file
+        const char* onDevice;   // null: the device has no such file afterwards
+    };
+    const Row rows[] = {
+        {"not_built", nullptr, nullptr},
+        {"built", "platform v1", "platform v1"},
+        {"rebuilt", "platform v2", "platform v2"},
+        {"removed_from_the_build_keeps_the_device_copy", nullptr, "platform v2"},
+    };
+    const std::string target = HostPath("/usr/share/platform/platform.rsc");
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::remove((mInstall + "/share/platform.rsc").c_str());
+        if (row.installed != nullptr) {
+            WriteFile(mInstall + "/share/platform.rsc", row.installed);
+        }
+        std::string error;
+        ASSERT_TRUE(APDeviceSetup_Populate(error)) << error;
+        struct stat info {};
+        const bool present = stat(target.c_str(), &info) == 0;
+        EXPECT_EQ(present, row.onDevice != nullptr);
+        if (row.onDevice != nullptr) {
+            EXPECT_EQ(ReadFile(target), row.onDevice);
+        }
+        EXPECT_EQ(ReadFile(HostPath("/root/resource/calendar.rsc")), "resources v1");
+    }
+}
+
 TEST_F(DeviceSetupTest, InstallDirectoryComesFromTheEnvironmentOrTheProgram) {
     EXPECT_EQ(APDeviceSetup_InstallDir(), mInstall);
     unsetenv("CAL_INSTALL_DIR");
