@@ -4,6 +4,7 @@
 #include <cassert>
 
 #include "APConfig.h"
+#include "APLaunch.h"
 #include "PLAppContext.h"
 #include "PLEventDispatcher.h"
 #include "PLEventLoop.h"
@@ -82,6 +83,7 @@ void VtCalendarApp::LoadResources() {
 }
 
 bool VtCalendarApp::Startup() {
+    RegisterForIPC_APLaunchAppMsg();
     PLDate::Today(g_selectDate);
     InitVantorTheme(PLRGBColor(), 0, true, true, true, false);
     LoadResources();

@@ -138,7 +138,7 @@ bool PLHostSimulator::SendThroughSocket(uint32_t messageID, std::string& error) 
     // As another process would: log the broadcast, then carry it to the running simulator.
     const std::string& recipient = mModule.GetName();
     PLMessage message(messageID, kPLWildcard, kPLWildcard, recipient, kSenderName);
-    PLPMEClient::GetInstance()->BroadcastMessage(&message);
+    PLPMEClient::GetInstance()->LogMessage(message);
     return PLHostSendMessage(mRoot, messageID, kPLWildcard, kPLWildcard, recipient, kSenderName,
                              error);
 }
@@ -176,6 +176,7 @@ void PLHostSimulator::StartApplication() {
     PLEventLoop& loop = context->GetEventLoop();
     loop.Reset();
     loop.SetSource(mSource);
+    context->SetApplicationName(mModule.GetName());
     mModule.Initialize(context);
     PLApplication* application = context->GetApplication();
     PLView* rootView = application ? application->GetRootView() : nullptr;

@@ -8,6 +8,7 @@
 #include "PLBitmapFamily.h"
 #include "PLEventDispatcher.h"
 #include "PLEventLoop.h"
+#include "PLPMEClient.h"
 #include "PLResourceManager.h"
 #include "PLScreen.h"
 #include "PLTypes.h"
@@ -22,6 +23,10 @@ PLAppContext* PLAppContext::GetInstance() {
 void PLAppContext::ResetInstance() {
     PLAppContext* context = GetInstance();
     context->mApplication = nullptr;
+    context->mApplicationName.clear();
+    // The dispatcher outlives the application; it must not keep hearing messages addressed to an
+    // application that has gone.
+    PLPMEClient::GetInstance()->UnregisterListener(context->mDispatcher.get());
     for (const Manager& entry : context->mManagers) {
         if (entry.owned) {
             delete entry.manager;

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "PLBasicString.h"
@@ -25,6 +26,10 @@ public:
 
     void SetApplication(PLApplication* application) { mApplication = application; }
     PLApplication* GetApplication() const { return mApplication; }
+    // The running module's name (its GetApplicationName), set by the application loader; messages
+    // between applications are addressed by it.
+    void SetApplicationName(const std::string& name) { mApplicationName = name; }
+    const std::string& GetApplicationName() const { return mApplicationName; }
 
     // Registers a resource manager; lookups ask the managers newest first. With `owned` the
     // context deletes it.
@@ -47,6 +52,7 @@ private:
     ~PLAppContext();
 
     PLApplication* mApplication = nullptr;
+    std::string mApplicationName;
     struct Manager {
         PLResourceManager* manager;
         bool owned;

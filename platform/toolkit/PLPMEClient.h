@@ -17,6 +17,9 @@ public:
     // Logs the message and delivers it to the listeners of the names it carries (its recipient and
     // sender names; a message without names reaches every registered listener).
     void BroadcastMessage(PLMessage* message);
+    // Only appends the message to the log: for senders that carry it to another process
+    // themselves (calendar-ctl, the simulator's own `send`), so it is not also delivered here.
+    void LogMessage(const PLMessage& message) { AppendToLog(message); }
     // In-process delivery: `listener` hears messages addressed to `applicationName`.
     void RegisterListener(const std::string& applicationName, PLListener* listener);
     // Removes every registration of `listener`. A listener must unregister before it is destroyed.
