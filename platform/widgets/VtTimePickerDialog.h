@@ -28,6 +28,8 @@ public:
 
     // Column steps, as the arrows do: column 0 hour, 1 minute, 2 AM/PM.
     void StepColumn(int column, int delta);
+    // What a column shows: the hour, the minute, or the platform's label for the half of the day.
+    PLBasicString<char> ColumnText(int column) const;
 
     void MouseDown(PLPoint where, PLMouseButton button) override;
     void MouseUp(PLPoint where, PLMouseButton button) override;
@@ -42,7 +44,6 @@ private:
     PLRect ColumnRect(int column) const;
     // -1 up arrow, +1 down arrow, 0 the value, with the column; false when outside.
     bool HitAt(PLPoint local, int& column, int& part) const;
-    PLBasicString<char> ColumnText(int column) const;
 
     long mHour;  // 0..23
     long mMinute;

@@ -312,18 +312,19 @@ TEST_F(PlatformText, TheDateDialogShortensMonthsThatDoNotFit) {
     InitVantorTheme(PLRGBColor(), 0, true, true, true, false);
 }
 
-TEST_F(PlatformText, KeyboardLabelsComeFromTheFile) {
+TEST_F(PlatformText, KeyAndTimeLabelsComeFromTheFile) {
     struct Row {
         const char* name;
         bool installed;
         std::vector<std::string> specialLabels;  // in the keyboard's order
+        const char* afternoon;                   // the time picker's PM column
     };
-    const std::map<uint32_t, std::string> french = {{60000, "janvier"}, {60100, "espace"},
-                                                    {60101, "effacer"}, {60102, "OK"},
-                                                    {60103, "?123"},    {60105, "maj"}};
+    const std::map<uint32_t, std::string> french = {
+        {60000, "janvier"}, {60100, "espace"}, {60101, "effacer"}, {60102, "OK"},
+        {60103, "?123"},    {60105, "maj"},    {60111, "ap."}};
     const Row rows[] = {
-        {"from_the_file", true, {"maj", "effacer", "?123", "espace", "OK"}},
-        {"fallbacks", false, {"\xE2\x86\x91", "\xE2\x86\x90", "123", "space", "Done"}},
+        {"from_the_file", true, {"maj", "effacer", "?123", "espace", "OK"}, "ap."},
+        {"fallbacks", false, {"\xE2\x86\x91", "\xE2\x86\x90", "123", "space", "Done"}, "PM"},
     };
     std::unique_ptr<IMEManager> ime(IMEManagerFactory::createIMEManager());
     for (const Row& row : rows) {
@@ -342,6 +343,10 @@ TEST_F(PlatformText, KeyboardLabelsComeFromTheFile) {
             }
         }
         EXPECT_EQ(labels, row.specialLabels);
+        std::unique_ptr<VtTimePickerDialog> picker(
+            MakeVtTimePickerDialog(15, 0, 1, "Start", 0, "OK", 3, "Cancel", 0));
+        EXPECT_EQ(picker->ColumnText(2).str(), row.afternoon);
+        EXPECT_EQ(picker->GetSuffix().str(), "PM") << "what callers compare stays the same";
     }
 }
 
