@@ -190,7 +190,7 @@ bool WriteContext(APDatabase& db, AP_ALERT_CONTEXT& context, bool insert) {
 int APAlertDB_AddAlert(AP_ALERT_CONTEXT* context) {
     assert(context && "APAlertDB_AddAlert needs a context");
     APDatabase db;
-    if (!context || !APOpenAlarmStore(db)) {
+    if (!context || !APOpenEventStore(db)) {
         return 0;
     }
     AP_ALERT_CONTEXT copy = *context;
@@ -207,7 +207,7 @@ int APAlertDB_UpdateAlert(AP_ALERT_CONTEXT* context) {
         return 0;
     }
     APDatabase db;
-    const bool ok = context->alertId > 0 && APOpenAlarmStore(db) &&
+    const bool ok = context->alertId > 0 && APOpenEventStore(db) &&
                     db.Transaction([&] { return WriteContext(db, *context, false); });
     if (!ok) {
         context->alertId = 0;
@@ -218,7 +218,7 @@ int APAlertDB_UpdateAlert(AP_ALERT_CONTEXT* context) {
 
 int APAlertDB_DeleteAlert(int daemonId) {
     APDatabase db;
-    if (daemonId <= 0 || !APOpenAlarmStore(db)) {
+    if (daemonId <= 0 || !APOpenEventStore(db)) {
         return 0;
     }
     bool removed = false;
@@ -236,7 +236,7 @@ int APAlertDB_DeleteAlert(int daemonId) {
 
 int APAlertDB_SendUpdateToDaemon() {
     APDatabase db;
-    if (!APOpenAlarmStore(db)) {
+    if (!APOpenEventStore(db)) {
         return 0;
     }
     const bool ok = db.Transaction([&] {
@@ -249,7 +249,7 @@ int APAlertDB_SendUpdateToDaemon() {
 
 long APAlertDB_GetGeneration() {
     APDatabase db;
-    if (!APOpenAlarmStore(db)) {
+    if (!APOpenEventStore(db)) {
         return -1;
     }
     APStatement stmt(db.Handle(), "SELECT value FROM daemon_state WHERE key = 'generation'");
@@ -341,7 +341,7 @@ bool APAlertDB_MakeYearlyRecur(AP_ALERT_CONTEXT* context, long time, int a, int 
 
 bool APAlertDB_ListAlerts(std::vector<AP_ALERT_CONTEXT>& alarms, std::string& error) {
     APDatabase db;
-    if (!APOpenAlarmStore(db)) {
+    if (!APOpenEventStore(db)) {
         error = db.GetLastError();
         return false;
     }
@@ -362,7 +362,7 @@ bool APAlertDB_ListAlerts(std::vector<AP_ALERT_CONTEXT>& alarms, std::string& er
 bool APAlertDB_GetAlert(int daemonId, AP_ALERT_CONTEXT* context) {
     assert(context && "APAlertDB_GetAlert needs a context");
     APDatabase db;
-    if (!context || daemonId <= 0 || !APOpenAlarmStore(db)) {
+    if (!context || daemonId <= 0 || !APOpenEventStore(db)) {
         return false;
     }
     APStatement stmt(db.Handle(), "SELECT id, context FROM alarms WHERE id = ?1");

@@ -1,4 +1,4 @@
-// The alarm daemon's side: registering alarms (AP_ALERT_CONTEXT) in the daemon's own store, the
+// The alarm daemon's side: registering alarms (AP_ALERT_CONTEXT) in the daemon's own table, the
 // builders of their RFC 5545 recurrence rules, and listing when each alarm rings next.
 //
 // Rules are written in UTC: BYHOUR/BYMINUTE are the alert time's UTC hour and minute, and day
@@ -13,9 +13,6 @@
 #include <vector>
 
 #include "APEventRecords.h"
-
-// Device path of the daemon's store.
-extern const char* const kAPAlarmStoreDevicePath;
 
 // Registers a new alarm: the daemon id is written at offset 0 and returned (> 0); 0 on failure.
 int APAlertDB_AddAlert(AP_ALERT_CONTEXT* context);

@@ -177,38 +177,6 @@ bool APDatabase::Open(const std::string& devicePath, const std::string& schema) 
     return false;
 }
 
-bool APDatabase::Attach(const std::string& devicePath, const std::string& name,
-                        const std::string& schema) {
-    assert(mDb && "attach needs an open store");
-    if (!PLDeviceRoot::MakeParentDirectories(devicePath)) {
-        mLastError = "cannot create the folder of " + devicePath;
-        return false;
-    }
-    const std::string hostPath = PLDeviceRoot::Resolve(devicePath);
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        APStatement attach(mDb, "ATTACH DATABASE ?1 AS ?2");
-        sqlite3_bind_text(attach.Get(), 1, hostPath.c_str(), -1, SQLITE_TRANSIENT);
-        sqlite3_bind_text(attach.Get(), 2, name.c_str(), -1, SQLITE_TRANSIENT);
-        const bool attached = attach.Ok() && sqlite3_step(attach.Get()) == SQLITE_DONE;
-        if (!attached) {
-            NoteError("cannot attach " + hostPath);
-        }
-        attach.Reset();
-        if (attached && CheckAndPrepare(hostPath, name) && Exec(schema)) {
-            return true;
-        }
-        const std::string reason = mLastError;
-        if (attached) {
-            Exec("DETACH DATABASE " + name);
-        }
-        if (attempt > 0 || !FileExists(hostPath) || !SetAside(hostPath)) {
-            mLastError = reason;
-            return false;
-        }
-    }
-    return false;
-}
-
 bool APDatabase::Transaction(const std::function<bool()>& body) {
     assert(mDb && "transaction on a closed store");
     if (!Exec("BEGIN IMMEDIATE")) {

@@ -19,9 +19,6 @@ public:
     // Opens the store at a device path, running `schema` (idempotent SQL) on it. False with
     // GetLastError set when it cannot be opened or created.
     bool Open(const std::string& devicePath, const std::string& schema);
-    // Attaches a second store under `name` with the same checks, so that one transaction can span
-    // both files.
-    bool Attach(const std::string& devicePath, const std::string& name, const std::string& schema);
 
     bool IsOpen() const { return mDb != nullptr; }
     sqlite3* Handle() const { return mDb; }

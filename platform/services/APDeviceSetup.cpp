@@ -96,6 +96,7 @@ std::string APDeviceSetup_InstallDir() {
 }
 
 bool APDeviceSetup_Populate(std::string& error) {
+    error.clear();
     const std::string& root = PLDeviceRoot::GetRoot();
     if (!root.empty() && root != "/") {
         if (!MakeFolder("/tmp/", error) || ::access(root.c_str(), W_OK) != 0) {
@@ -103,16 +104,21 @@ bool APDeviceSetup_Populate(std::string& error) {
                     " is not writable: " + (error.empty() ? std::strerror(errno) : error);
             return false;
         }
+        // A missing program file is reported, but the rest of the root (the other files, the
+        // folders, the default settings) is still set up: the stores work without it.
         std::string installDir = APDeviceSetup_InstallDir();
         for (const ProgramFile& file : kProgramFiles) {
-            if (!Refresh(file, installDir, error)) {
-                return false;
+            std::string problem;
+            if (!Refresh(file, installDir, problem)) {
+                error += (error.empty() ? "" : "; ") + problem;
             }
         }
     }
     // On the device itself (identity mapping) the program files are installed with the system.
-    if (!MakeFolder("/tmp/", error) || !MakeFolder("/var/lib/", error)) {
-        return false;
+    std::string problem;
+    if (!MakeFolder("/tmp/", problem) || !MakeFolder("/var/lib/", problem) ||
+        !APConfig_EnsureDefaults(problem)) {
+        error += (error.empty() ? "" : "; ") + problem;
     }
-    return APConfig_EnsureDefaults(error);
+    return error.empty();
 }

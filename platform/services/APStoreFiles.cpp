@@ -2,18 +2,23 @@
 #include "APStoreFiles.h"
 
 #include <sqlite3.h>
+#include <sys/stat.h>
 
+#include <cstdio>
 #include <cstring>
 
 #include "APAlertDB.h"
 #include "APDatabase.h"
 #include "APEventRec.h"
 #include "APEventRecords.h"
+#include "PLDeviceRoot.h"
 
 const char* const kAPEventStoreDevicePath = "/var/lib/calendar/events.db";
-const char* const kAPAlarmStoreDevicePath = "/var/lib/alarmd/alarms.db";
 
 namespace {
+
+// Where older builds kept the daemon's alarms.
+const char* const kLegacyAlarmFile = "/var/lib/alarmd/alarms.db";
 
 // Events keep the whole record (zero-run coded) plus the columns the queries need. `reach` is the
 // first moment after which nothing of the event (or of its series) can touch a day, and `lvl` the
@@ -41,32 +46,56 @@ CREATE TABLE IF NOT EXISTS event_levels(lvl INTEGER PRIMARY KEY, len INTEGER NOT
 CREATE TABLE IF NOT EXISTS alerts(
     id INTEGER PRIMARY KEY AUTOINCREMENT,
     record BLOB NOT NULL);
+CREATE TABLE IF NOT EXISTS alarms(
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    alert_time INTEGER NOT NULL,
+    owner TEXT NOT NULL,
+    rule TEXT NOT NULL,
+    context BLOB NOT NULL);
+CREATE TABLE IF NOT EXISTS daemon_state(key TEXT PRIMARY KEY, value INTEGER NOT NULL);
 )sql";
 
-std::string AlarmSchema(const std::string& schema) {
-    return "CREATE TABLE IF NOT EXISTS " + schema +
-           ".alarms("
-           "id INTEGER PRIMARY KEY AUTOINCREMENT, "
-           "alert_time INTEGER NOT NULL, "
-           "owner TEXT NOT NULL, "
-           "rule TEXT NOT NULL, "
-           "context BLOB NOT NULL);"
-           "CREATE TABLE IF NOT EXISTS " +
-           schema +
-           ".daemon_state("
-           "key TEXT PRIMARY KEY, "
-           "value INTEGER NOT NULL);";
+// Moves the alarms of an older root, kept in a file of their own, into the store's table (same
+// ids, so the alert records still name them) and renames the old file so that this runs once.
+// A file that cannot be read is kept, renamed, and the store opens without it.
+bool MigrateLegacyAlarms(APDatabase& db) {
+    const std::string legacy = PLDeviceRoot::Resolve(kLegacyAlarmFile);
+    struct stat info {};
+    if (::stat(legacy.c_str(), &info) != 0) {
+        return true;
+    }
+    APStatement attach(db.Handle(), "ATTACH DATABASE ?1 AS legacy");
+    sqlite3_bind_text(attach.Get(), 1, legacy.c_str(), -1, SQLITE_TRANSIENT);
+    const bool attached = attach.Ok() && sqlite3_step(attach.Get()) == SQLITE_DONE;
+    attach.Reset();
+    const bool moved = attached && db.Transaction([&] {
+        return db.Exec(
+                   "INSERT OR IGNORE INTO alarms(id, alert_time, owner, rule, context) "
+                   "SELECT id, alert_time, owner, rule, context FROM legacy.alarms") &&
+               db.Exec(
+                   "INSERT INTO daemon_state(key, value) SELECT key, value FROM "
+                   "legacy.daemon_state WHERE true ON CONFLICT(key) DO UPDATE SET "
+                   "value = max(value, excluded.value)");
+    });
+    if (attached) {
+        db.Exec("DETACH DATABASE legacy");
+    }
+    const std::string renamed = legacy + (moved ? ".migrated" : ".unreadable");
+    if (!moved) {
+        std::fprintf(stderr, "alarm file %s cannot be read; kept as %s\n", legacy.c_str(),
+                     renamed.c_str());
+    }
+    for (const char* suffix : {"", "-wal", "-shm"}) {
+        const std::string from = legacy + suffix;
+        std::rename(from.c_str(), (renamed + suffix).c_str());
+    }
+    return true;
 }
 
 }  // namespace
 
 bool APOpenEventStore(APDatabase& db) {
-    return db.Open(kAPEventStoreDevicePath, kEventSchema) &&
-           db.Attach(kAPAlarmStoreDevicePath, "alarmd", AlarmSchema("alarmd"));
-}
-
-bool APOpenAlarmStore(APDatabase& db) {
-    return db.Open(kAPAlarmStoreDevicePath, AlarmSchema("main"));
+    return db.Open(kAPEventStoreDevicePath, kEventSchema) && MigrateLegacyAlarms(db);
 }
 
 bool APDeleteAlertAndAlarm(APDatabase& db, int alertId) {
@@ -74,7 +103,7 @@ bool APDeleteAlertAndAlarm(APDatabase& db, int alertId) {
         return true;
     }
     APStatement read(db.Handle(), "SELECT record FROM alerts WHERE id = ?1");
-    APStatement dropAlarm(db.Handle(), "DELETE FROM alarmd.alarms WHERE id = ?1");
+    APStatement dropAlarm(db.Handle(), "DELETE FROM alarms WHERE id = ?1");
     APStatement dropAlert(db.Handle(), "DELETE FROM alerts WHERE id = ?1");
     if (!read.Ok() || !dropAlarm.Ok() || !dropAlert.Ok()) {
         db.NoteError("cannot prepare the alert removal");

@@ -96,6 +96,7 @@ TEST_F(DeviceSetupTest, FailuresSayWhatIsWrong) {
         const char* name;
         std::function<void()> arrange;
         const char* says;
+        bool restSetUp;  // the other files and the default settings are still written
     };
     const Row rows[] = {
         {"root_below_a_file",
@@ -103,13 +104,13 @@ TEST_F(DeviceSetupTest, FailuresSayWhatIsWrong) {
              WriteFile(Root() + "/plain-file", "x");
              PLDeviceRoot::SetRoot(Root() + "/plain-file/device");
          },
-         "not writable"},
+         "not writable", false},
         {"install_layout_without_resources",
          [&] {
              std::remove((mInstall + "/share/calendar.rsc").c_str());
              PLDeviceRoot::SetRoot(Root() + "/second");
          },
-         "calendar.rsc"},
+         "calendar.rsc", true},
     };
     const std::string root = Root();
     for (const Row& row : rows) {
@@ -118,6 +119,12 @@ TEST_F(DeviceSetupTest, FailuresSayWhatIsWrong) {
         std::string error;
         EXPECT_FALSE(APDeviceSetup_Populate(error));
         EXPECT_NE(error.find(row.says), std::string::npos) << error;
+        if (row.restSetUp) {
+            APCONFIG_CALENDAR_S config;
+            EXPECT_EQ(APConfigCalendar_Read(&config), 1);
+            EXPECT_EQ(ReadFile(PLDeviceRoot::Resolve("/usr/lib/libVtShare_shareui.so")),
+                      "library v1");
+        }
         PLDeviceRoot::SetRoot(root);
     }
 }

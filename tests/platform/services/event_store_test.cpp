@@ -15,6 +15,7 @@
 #include "APDatabase.h"
 #include "APEventAlertDB.h"
 #include "APEventRec.h"
+#include "PLDeviceRoot.h"
 #include "store_support.h"
 
 namespace {
@@ -663,43 +664,102 @@ bool EventExists(int id) {
     return store.GetEventRec(id, &record) == 1;
 }
 
-TEST_F(EventStoreTest, DeletingAnEventRemovesItsAlertAndAlarmTogether) {
+// Runs SQL on a store file directly, as another program on the device could.
+void RawExec(const std::string& path, const std::string& sql) {
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(path.c_str(), &db), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sql;
+    sqlite3_close(db);
+}
+
+TEST_F(EventStoreTest, DeletingAnEventRemovesItsAlertAndAlarmInOneTransaction) {
+    // A failure at any of the three steps rolls back the other two.
+    for (const char* refusing : {"alarms", "alerts", "events"}) {
+        SCOPED_TRACE(refusing);
+        TearDown();
+        SetUp();
+        const AlarmedEvent event = AddAlarmed(LocalStamp(2025, 3, 11, 9), LocalStamp(2026, 1, 1));
+        ASSERT_GT(event.daemonId, 0);
+        RawExec(HostPath(kAPEventStoreDevicePath),
+                std::string("CREATE TRIGGER refuse BEFORE DELETE ON ") + refusing +
+                    " BEGIN SELECT RAISE(ABORT, 'refused'); END");
+        EXPECT_EQ(APEventRec().DeleteEventRec(event.eventId), 0);
+        EXPECT_TRUE(EventExists(event.eventId));
+        EXPECT_TRUE(AlertExists(event.alertId));
+        EXPECT_TRUE(AlarmExists(event.daemonId));
+    }
+    TearDown();
+    SetUp();
     const AlarmedEvent kept = AddAlarmed(LocalStamp(2025, 3, 10, 9), LocalStamp(2026, 1, 1, 9));
     const AlarmedEvent gone = AddAlarmed(LocalStamp(2025, 3, 11, 9), LocalStamp(2026, 1, 1, 9));
-    ASSERT_GT(gone.daemonId, 0);
-    ASSERT_GT(gone.alertId, 0);
-
-    // A failure at the last step (the event row) must roll back the alert and alarm removal too.
-    {
-        sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open(HostPath(kAPEventStoreDevicePath).c_str(), &db), SQLITE_OK);
-        ASSERT_EQ(sqlite3_exec(db,
-                               "CREATE TRIGGER refuse BEFORE DELETE ON events BEGIN "
-                               "SELECT RAISE(ABORT, 'refused'); END",
-                               nullptr, nullptr, nullptr),
-                  SQLITE_OK);
-        sqlite3_close(db);
-        APEventRec store;
-        EXPECT_EQ(store.DeleteEventRec(gone.eventId), 0);
-    }
-    EXPECT_TRUE(EventExists(gone.eventId));
-    EXPECT_TRUE(AlertExists(gone.alertId));
-    EXPECT_TRUE(AlarmExists(gone.daemonId));
-    {
-        sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open(HostPath(kAPEventStoreDevicePath).c_str(), &db), SQLITE_OK);
-        ASSERT_EQ(sqlite3_exec(db, "DROP TRIGGER refuse", nullptr, nullptr, nullptr), SQLITE_OK);
-        sqlite3_close(db);
-    }
-
-    APEventRec store;
-    EXPECT_EQ(store.DeleteEventRec(gone.eventId), 1);
+    EXPECT_EQ(APEventRec().DeleteEventRec(gone.eventId), 1);
     EXPECT_FALSE(EventExists(gone.eventId));
     EXPECT_FALSE(AlertExists(gone.alertId));
     EXPECT_FALSE(AlarmExists(gone.daemonId));
     EXPECT_TRUE(EventExists(kept.eventId));
     EXPECT_TRUE(AlertExists(kept.alertId));
     EXPECT_TRUE(AlarmExists(kept.daemonId));
+
+    // Atomic across a crash too: SQLite commits one WAL file at once, but attached files one by
+    // one. So the three tables share the events file and no other store file exists.
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(Root())) {
+        const std::string name = entry.path().filename().string();
+        EXPECT_TRUE(name.rfind("events.db", 0) == 0 || !entry.is_regular_file()) << name;
+    }
+}
+
+TEST_F(EventStoreTest, AlarmsOfAnOlderRootMoveIntoTheStore) {
+    struct Row {
+        const char* name;
+        bool readable;
+        const char* keptAs;
+    };
+    const Row rows[] = {{"old_alarm_file", true, ".migrated"}, {"garbage", false, ".unreadable"}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        TearDown();
+        SetUp();
+        const std::string legacy = HostPath("/var/lib/alarmd/alarms.db");
+        PLDeviceRoot::MakeParentDirectories("/var/lib/alarmd/alarms.db");
+        AP_ALERT_CONTEXT context;
+        std::memset(&context, 0, sizeof context);
+        context.alertTime = 1234;
+        std::strcpy(context.rule, "FREQ=DAILY;INTERVAL=1;COUNT=2");
+        if (row.readable) {
+            RawExec(legacy,
+                    "CREATE TABLE alarms(id INTEGER PRIMARY KEY AUTOINCREMENT, alert_time INTEGER, "
+                    "owner TEXT, rule TEXT, context BLOB);"
+                    "CREATE TABLE daemon_state(key TEXT PRIMARY KEY, value INTEGER);"
+                    "INSERT INTO daemon_state VALUES('generation', 3);");
+            sqlite3* db = nullptr;
+            ASSERT_EQ(sqlite3_open(legacy.c_str(), &db), SQLITE_OK);
+            sqlite3_stmt* stmt = nullptr;
+            sqlite3_prepare_v2(db, "INSERT INTO alarms VALUES(7, 1234, '5', ?1, ?2)", -1, &stmt,
+                               nullptr);
+            sqlite3_bind_text(stmt, 1, context.rule, -1, SQLITE_STATIC);
+            sqlite3_bind_blob(stmt, 2, &context, sizeof context, SQLITE_STATIC);
+            EXPECT_EQ(sqlite3_step(stmt), SQLITE_DONE);
+            sqlite3_finalize(stmt);
+            sqlite3_close(db);
+        } else {
+            std::ofstream(legacy, std::ios::binary) << std::string(3000, '\x7f');
+        }
+        std::ifstream before(legacy, std::ios::binary);
+        const std::string bytes((std::istreambuf_iterator<char>(before)), {});
+
+        AP_ALERT_CONTEXT back;
+        EXPECT_EQ(APAlertDB_GetAlert(7, &back), row.readable);
+        if (row.readable) {
+            EXPECT_EQ(std::memcmp(back.rule, context.rule, sizeof back.rule), 0);
+            EXPECT_EQ(APAlertDB_GetGeneration(), 3);
+        }
+        EXPECT_FALSE(std::filesystem::exists(legacy));
+        std::ifstream after(legacy + row.keptAs, std::ios::binary);
+        const std::string kept((std::istreambuf_iterator<char>(after)), {});
+        EXPECT_TRUE(row.readable ? !kept.empty() : kept == bytes) << "the old file is kept";
+        EXPECT_EQ(APAlertDB_AddAlert(&context), row.readable ? 8 : 1)
+            << "new alarms number after the moved ones";
+    }
 }
 
 TEST_F(EventStoreTest, PurgeRemovesFinishedEventsWithTheirAlarms) {
@@ -744,7 +804,6 @@ TEST_F(EventStoreTest, DamagedStoreIsSetAsideAndANewOneMade) {
         {"events_truncated", kAPEventStoreDevicePath, truncate},
         {"events_garbage", kAPEventStoreDevicePath, garbage},
         {"events_pages_overwritten", kAPEventStoreDevicePath, header},
-        {"alarms_garbage", kAPAlarmStoreDevicePath, garbage},
     };
     for (const DamageRow& row : rows) {
         SCOPED_TRACE(row.name);
