@@ -76,12 +76,13 @@ long ShowTimePicker(PLTime& time, long format, long mode) {
 }
 
 uint16_t StartWeekDayIndex() {
+    // Sunday until the store answers: a failed read leaves this value in place.
     long option = kFirstWeekdayBase + 1;
     APConfigCalendar_GetStartWeekDay(&option);
-    const uint16_t weekday = uint16_t(option - kFirstWeekdayBase);
-    // A settings file holding something other than a weekday option must not hand the views a
-    // weekday they cannot place; Sunday is the settings' own default.
-    return (weekday >= 1 && weekday <= 7) ? weekday : 1;
+    // The stored option ids 11424..11430 give 1..7. Any other stored value wraps to a number
+    // outside 1..7 and is handed on as it is: every user of the first weekday (the date dialog
+    // among them) treats such a number as Sunday, so nothing here second-guesses the store.
+    return uint16_t(option - kFirstWeekdayBase);
 }
 
 void DeleteEvent(const _EventRecInfo& record) {

@@ -28,7 +28,9 @@ long ShowTimePicker(PLTime& time, long format, long mode);
 // its "AM"/"PM" suffix, in the 24-hour form it is taken as it stands.
 int TimePickerHour24(long hour, bool twelveHour, const char* suffix);
 
-// The configured first day of the week, 1 (Sunday) .. 7 (Saturday).
+// The configured first day of the week, 1 (Sunday) .. 7 (Saturday), as the stored option id minus
+// 11423 in 16 bits. A stored value outside 11424..11430 gives a number outside 1..7, which callers
+// must read as Sunday.
 uint16_t StartWeekDayIndex();
 
 // Removes the event whose id is the record's first field from the event store.

@@ -102,6 +102,26 @@ const VtCalendarMonthLane& VtCalendarMonthModel::Lane(int day, int lane) const {
     return mMonthRectInfo[day - 1].lanes[lane];
 }
 
+DATES VtCalendarMonthModel::LunarDate(int day) const {
+    return day >= 1 && day <= kMonthMaxDays ? mLunar[day - 1] : DATES{};
+}
+
+void VtCalendarMonthModel::ComputeLunarDates() {
+    for (int day = 1; day <= kMonthMaxDays; ++day) {
+        DATES& lunar = mLunar[day - 1];
+        lunar = DATES{};
+        if (day > mMonthDays) {
+            continue;
+        }
+        DATES solar;
+        solar.year = mShownDate.year;
+        solar.month = mShownDate.month;
+        solar.day = day;
+        // A day the tables do not cover keeps all zeros: it simply has no lunar date.
+        new2lunar(solar, &lunar);
+    }
+}
+
 void VtCalendarMonthModel::ClearMarks() {
     std::memset(mAllDayMark, 0, sizeof(mAllDayMark));
     for (VtCalendarMonthDay& day : mMonthRectInfo) {
@@ -115,6 +135,7 @@ void VtCalendarMonthModel::Build(const APMonthEventNode* events) {
     ClearMarks();
     mMonthFirst = FirstOfMonth().dayNumber;
     mMonthDays = DaysInMonth();
+    ComputeLunarDates();
     for (const APMonthEventNode* node = events; node != nullptr; node = node->next) {
         if (node->firstDay != node->lastDay) {
             PlaceNode(*node);

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "APEventQueryNodes.h"
+#include "APLunar.h"
 #include "PLDate.h"
 #include "PLPoint.h"
 #include "PLRect.h"
@@ -75,14 +76,19 @@ public:
     PLRect CellRectOfDay(int day) const;
 
     bool HasAllDayMark(int day) const;
+    // The lunar date of a day of the shown month as the last Build found it; all fields 0 when
+    // the day has none (outside the lunar tables, or not a day of the month).
+    DATES LunarDate(int day) const;
     const VtCalendarMonthLane& Lane(int day, int lane) const;
 
     // Clears every mark and places the events of a month list: multi-day events first (so they
-    // get the lower lanes), then one-day events, each group in list order.
+    // get the lower lanes), then one-day events, each group in list order. Also finds the lunar
+    // date of every day of the month.
     void Build(const APMonthEventNode* events);
 
 private:
     void ClearMarks();
+    void ComputeLunarDates();
     void PlaceNode(const APMonthEventNode& node);
     // One occurrence of a repeating event, starting on the day with that day number.
     void PlaceOccurrence(const APMonthEventNode& node, int32_t occurrence);
@@ -103,6 +109,7 @@ private:
     PLDate mShownDate;
     uint16_t mStartWeekday = 1;
     uint8_t mAllDayMark[kMonthMaxDays] = {};
+    DATES mLunar[kMonthMaxDays] = {};
     // The shown month while Build runs: day number of its 1st and its length.
     int32_t mMonthFirst = 0;
     int mMonthDays = 31;

@@ -290,20 +290,14 @@ void VtCalendarMonthView::StepMonth(int delta) {
     PLDate date = mModel.GetShownDate();
     int month = date.month + delta;
     int year = date.year;
+    // The month keys browse January 1970 .. December 2030: at either end the month stays, and the
+    // selection is still copied and the month reloaded as for any other step.
     if (month < 1) {
-        // January 1970 is as far back as the month keys go.
-        if (year <= 1970) {
-            return;
-        }
-        month = 12;
-        --year;
+        month = year > 1970 ? 12 : 1;
+        year = year > 1970 ? year - 1 : year;
     } else if (month > 12) {
-        // December 2030 is as far forward.
-        if (year >= 2030) {
-            return;
-        }
-        month = 1;
-        ++year;
+        month = year < 2030 ? 1 : 12;
+        year = year < 2030 ? year + 1 : year;
     }
     const int days = PLDate::NumberOfDaysInMonth(month, year);
     date.year = uint16_t(year);

@@ -15,7 +15,7 @@
 namespace {
 
 constexpr int kRowHeight = 30;
-constexpr int kCaptionWidth = 100;
+constexpr int kCaptionWidth = 116;
 constexpr int kLeft = 6;
 constexpr int kBoxLeft = kLeft + kCaptionWidth;
 constexpr int kBoxWidth = 240 - kBoxLeft - kLeft;
@@ -96,9 +96,14 @@ void VtCalendarSetupView::BuildControls(PLListener* application) {
                           APGetStr(10702), false, nullptr, nullptr);
     AddSubPane(mLunar, false);
 
-    AddSubPane(
-        MakeCSTMenuPopupButton(11810, PLPoint(239, 0), nullptr, 1, false, false, true, nullptr),
-        false);
+    // The settings are a secondary screen with no options of their own: the options place of the
+    // bottom bar is kept (the bar looks the same on every screen) but the button carries no menu
+    // and is disabled, as on the other secondary screens. A main view's options menu would offer
+    // "new event" and "settings" here, which the application only serves from a main view.
+    VtPopupButton* options =
+        MakeCSTMenuPopupButton(11810, PLPoint(239, 0), nullptr, 1, false, false, true, nullptr);
+    options->SetEnabled(false, false);
+    AddSubPane(options, false);
     VtButton* save = MakeBmpBarButton(kSetupSave, PLPoint(239, 43), PLSize(36, 154), nullptr,
                                       APGetStr(30092), 1, false, false, nullptr);
     // The view writes the settings before the application takes it off the screen.

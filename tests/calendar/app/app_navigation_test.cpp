@@ -24,6 +24,7 @@
 #include "app/CalendarLodingThread.h"
 #include "app/VtCalendarApp.h"
 #include "app/VtCalendarGlobals.h"
+#include "app/VtCalendarHelpers.h"
 #include "day/VtCalendarDayView.h"
 #include "month/VtCalendarMonthView.h"
 #include "settings/VtCalendarSetupView.h"
@@ -144,6 +145,23 @@ TEST_F(CalendarAppTest, StartsInTheViewTheSettingsChoose) {
         PLAppContext::GetInstance()->SetApplication(nullptr);
         app.reset();
         PLAppContext::ResetInstance();
+    }
+}
+
+TEST_F(CalendarAppTest, FirstWeekdayIsTheStoredOptionLess11423In16Bits) {
+    const struct {
+        const char* name;
+        int32_t stored;
+        uint16_t weekday;
+    } rows[] = {
+        {"sunday", 11424, 1},    {"monday", 11425, 2},
+        {"saturday", 11430, 7},  {"one below the options", 11423, 0},
+        {"one above", 11431, 8}, {"zero wraps", 0, uint16_t(0 - 11423)},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        WriteSettings(11414, row.stored);
+        EXPECT_EQ(StartWeekDayIndex(), row.weekday);
     }
 }
 

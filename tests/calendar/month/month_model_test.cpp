@@ -371,4 +371,45 @@ TEST(MonthExpansion, RebuildClearsTheOldMarks) {
     EXPECT_TRUE(MarkedDays(model, 4).empty());
 }
 
+TEST(MonthLunar, EveryDayOfTheShownMonthGetsItsLunarDate) {
+    const struct {
+        const char* name;
+        int year, month, day;
+        DATES lunar;
+    } rows[] = {
+        {"spring festival 2026", 2026, 2, 17, {2026, 1, 1, 0}},
+        {"dragon boat festival", 2026, 6, 19, {2026, 5, 5, 0}},
+        {"mid-autumn festival", 2026, 9, 25, {2026, 8, 15, 0}},
+        {"first day of a leap sixth month", 2025, 7, 25, {2025, 6, 1, 1}},
+        {"spring festival in a leap february", 2024, 2, 10, {2024, 1, 1, 0}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        // Another month first, so that a stale table would show.
+        VtCalendarMonthModel model = ModelFor(row.year, row.month == 1 ? 2 : 1, 1, 1);
+        model.Build(nullptr);
+        model.SetShownDate(D(row.year, row.month, 1));
+        model.Build(nullptr);
+        const DATES got = model.LunarDate(row.day);
+        EXPECT_EQ(got.year, row.lunar.year);
+        EXPECT_EQ(got.month, row.lunar.month);
+        EXPECT_EQ(got.day, row.lunar.day);
+        EXPECT_EQ(got.leapMonth, row.lunar.leapMonth);
+    }
+}
+
+TEST(MonthLunar, DaysOutsideTheMonthHaveNone) {
+    VtCalendarMonthModel model = ModelFor(2026, 1, 1, 1);
+    model.Build(nullptr);
+    ASSERT_NE(model.LunarDate(31).month, 0);
+    model.SetShownDate(D(2026, 2, 1));
+    model.Build(nullptr);
+    for (int day : {0, 29, 30, 31, 32}) {
+        SCOPED_TRACE(day);
+        EXPECT_EQ(model.LunarDate(day).month, 0);
+        EXPECT_EQ(model.LunarDate(day).day, 0);
+    }
+    EXPECT_NE(model.LunarDate(28).month, 0);
+}
+
 }  // namespace

@@ -80,6 +80,29 @@ TEST_F(MonthViewTest, KeysMoveTheSelection) {
     }
 }
 
+TEST_F(MonthViewTest, AMonthKeyAtTheBrowsingLimitTakesTheHighlightedDay) {
+    const struct {
+        const char* name;
+        PLDate from;
+        PLPoint pen;  // a cell of the 20th
+        uint8_t key;
+        PLDate to;
+    } rows[] = {
+        {"january 1970 back", PLDate(1970, 1, 15), PLPoint(160, 80), 30, PLDate(1970, 1, 20)},
+        {"december 2030 on", PLDate(2030, 12, 10), PLPoint(130, 180), 31, PLDate(2030, 12, 20)},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Show(row.from);
+        view->MouseDown(row.pen, kPLPen);
+        ASSERT_EQ(view->GetModel().GetShownDate(), row.to);
+        ASSERT_EQ(selected, row.from);
+        EXPECT_TRUE(view->DoKeyCommand(char(row.key), 0, kPLModNone));
+        EXPECT_EQ(selected, row.to);
+        EXPECT_EQ(view->GetModel().GetShownDate(), row.to);
+    }
+}
+
 TEST_F(MonthViewTest, OkAsksForTheDayAndOtherKeysAreLeft) {
     Show(PLDate(2026, 3, 15));
     EXPECT_TRUE(view->DoKeyCommand(char(18), 0, kPLModNone));

@@ -132,6 +132,12 @@ TEST_F(SetupViewTest, LoadsTheStoredSettingsIntoTheControls) {
     EXPECT_TRUE(view->GetLunarBox()->IsChecked());
 }
 
+TEST_F(SetupViewTest, TheOptionsButtonIsInert) {
+    PLPane* options = view->FindPane(11810);
+    ASSERT_NE(options, nullptr);
+    EXPECT_FALSE(options->IsEnabled());
+}
+
 TEST_F(SetupViewTest, SavesValidatedValuesAndReportsTheFlags) {
     APCONFIG_CALENDAR_S stored = Record(11414, 11424, 8, 99, 2);
     ASSERT_EQ(APConfigCalendar_Write(&stored) & 0xFF, 1);
