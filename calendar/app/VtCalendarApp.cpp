@@ -147,7 +147,8 @@ void VtCalendarApp::Cleanup() {
 VtCalendarMonthView* VtCalendarApp::MonthView() {
     if (monthView == nullptr) {
         monthView = VtCalendarMonthView::Make(kMonthViewID, &g_selectDate, this);
-        // The month is laid out before the view is first shown.
+        // The month is laid out before the view is first shown: start-up and the return from the
+        // form or the settings only add it, so its first reload happens here.
         monthView->Reload(0);
         Loop().SetTarget(monthView);
         monthView->AddListener(this);

@@ -30,6 +30,8 @@ bool VtCalendarPurgeCutoff(long option, const std::tm& now, long& cutoff) {
             back.tm_year -= 1;
             break;
     }
+    // The stepped-back moment may lie on the other side of a daylight-saving change: let mktime
+    // decide its offset instead of carrying today's.
     back.tm_isdst = -1;
     cutoff = static_cast<long>(std::mktime(&back));
     return true;

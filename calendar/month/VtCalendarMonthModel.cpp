@@ -172,8 +172,11 @@ void VtCalendarMonthModel::PlaceNode(const APMonthEventNode& node) {
 void VtCalendarMonthModel::PlaceSingle(const APMonthEventNode& node, const PLDate& first,
                                        const PLDate& limit) {
     int32_t lastNumber = limit.dayNumber;
-    // An end at midnight belongs to the day before; applied before clipping to the month, so that
-    // a span that runs past the month's end keeps its last day in the month.
+    // An end at midnight belongs to the day before. The limit (unlike the list's last day) still
+    // holds the stored end's day, so the rule is applied here once, and before clipping to the
+    // month: applied after clipping it would also take a day off a span that merely runs past the
+    // month's end (the 29th to midnight of the 1st would show the 29th alone instead of the 29th
+    // and 30th).
     if (lastNumber > first.dayNumber && node.endTime == PLTime(0, 0, 0)) {
         --lastNumber;
     }
@@ -189,10 +192,14 @@ void VtCalendarMonthModel::PlaceSingle(const APMonthEventNode& node, const PLDat
 }
 
 void VtCalendarMonthModel::PlaceOccurrence(const APMonthEventNode& node, int32_t occurrence) {
+    // The store lists a series in every month it may touch, so the months of its first and last
+    // occurrence can hold pattern days before the first or after the limit: those are not
+    // occurrences (the daily and weekly visits stop at the same bounds, and the day list agrees).
     if (occurrence < node.firstDay.dayNumber || occurrence > node.limitDay.dayNumber) {
         return;
     }
-    // The list's last day has had its midnight end taken back already.
+    // The list's last day has had its midnight end taken back already (right after the query);
+    // taking it back again here would shorten every repeating span by one more day.
     const int length = std::max(0, node.lastDay - node.firstDay);
     const int firstDay = occurrence - mMonthFirst + 1;
     if (firstDay < 1 || firstDay > mMonthDays) {
