@@ -194,7 +194,8 @@ APImportedEvent APImport_Finish(const APImportDraft& d) {
     record->endStamp = static_cast<int32_t>(end);
     record->lastStamp = record->endStamp;
     record->allDay = allDay ? 1 : 0;
-    record->colour = kAPColourFirst;
+    record->colour =
+        d.colour >= kAPColourFirst && d.colour <= kAPColourLast ? d.colour : kAPColourFirst;
     record->classChoice = d.classChoice;
     CopyText(record->subject, d.subject, "SUMMARY", out.warning);
     CopyText(record->location, d.location, "LOCATION", out.warning);
@@ -222,6 +223,8 @@ APImportedEvent APImport_Finish(const APImportDraft& d) {
                 record->lastStamp = static_cast<int32_t>(LocalStamp(2030, 12, 31, 23, 59, 59));
                 break;
             case APImportRule::End::kCount:
+                // Where the count-th occurrence falls is the application's series rule: the
+                // caller that stores the record computes it; until then 2030 bounds the series.
                 record->recurValueC = rule.count;
                 record->lastStamp = static_cast<int32_t>(LocalStamp(2030, 12, 31, 23, 59, 59));
                 break;

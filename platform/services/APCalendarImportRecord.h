@@ -38,6 +38,7 @@ struct APImportDraft {
     APImportTime end;
     std::string subject, location, notes;
     uint32_t classChoice = 11561;
+    uint32_t colour = 11544;  // X-MDZ-COLOUR, this calendar's own extension
     APImportRule rule;
     bool hasAlarm = false;
     bool alarmRelative = false;  // lead given directly

@@ -30,7 +30,8 @@ PLBasicString<char> APGetStr(uint32_t id) {
         return text;
     }
     ReportMissingOnce(id);
-    // Built in two steps: GCC 12 warns (-Wrestrict, a false positive) on "#" + std::to_string at -O3.
+    // Built in two steps: GCC 12 warns (-Wrestrict, a false positive) on "#" + std::to_string at
+    // -O3.
     std::string marker("#");
     marker += std::to_string(id);
     return PLBasicString<char>(marker);

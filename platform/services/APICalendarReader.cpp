@@ -5,6 +5,7 @@
 #include <libical/ical.h>
 
 #include <cctype>
+#include <cstdlib>
 #include <memory>
 
 #include "APVCalendarText.h"
@@ -265,6 +266,12 @@ void ReadEvent(icalcomponent* event, APImportDraft& d) {
         first = first.substr(0, first.find(','));
         uint32_t choice = APVCalendarText::ClassOfCategory(first);
         d.classChoice = choice != 0 ? choice : 11563;
+    }
+    for (icalproperty* x = icalcomponent_get_first_property(event, ICAL_X_PROPERTY); x;
+         x = icalcomponent_get_next_property(event, ICAL_X_PROPERTY)) {
+        if (Text(icalproperty_get_x_name(x)) == "X-MDZ-COLOUR") {
+            d.colour = uint32_t(std::strtoul(Text(icalproperty_get_x(x)).c_str(), nullptr, 10));
+        }
     }
     int rules = icalcomponent_count_properties(event, ICAL_RRULE_PROPERTY);
     if (rules > 1) {

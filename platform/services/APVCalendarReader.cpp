@@ -4,6 +4,7 @@
 #include "APVCalendarReader.h"
 
 #include <cctype>
+#include <cstdlib>
 #include <sstream>
 
 #include "APVCalendarText.h"
@@ -172,6 +173,8 @@ void ApplyProperty(const Property& p, int lineNumber, APImportDraft& d) {
         std::string first = p.value.substr(0, p.value.find_first_of(";,"));
         uint32_t choice = APVCalendarText::ClassOfCategory(first);
         d.classChoice = choice != 0 ? choice : 11563;
+    } else if (p.name == "X-MDZ-COLOUR") {
+        d.colour = uint32_t(std::strtoul(p.value.c_str(), nullptr, 10));
     } else if (p.name == "RRULE") {
         if (!APVCalendarReader::ParseRule(p.value, d.rule, why)) {
             return fail("RRULE '" + p.value + "' cannot be held: " + why);

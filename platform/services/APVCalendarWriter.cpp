@@ -184,6 +184,8 @@ std::string APVCalendar_Format(const _EventRecInfo& e, long leadSeconds) {
         out += TextLine("DESCRIPTION", notes);
     }
     out += std::string("CATEGORIES:") + CategoryOf(e.classChoice) + kCrLf;
+    // vCalendar has no colour; an extension property (ignored by other readers) carries it back.
+    out += "X-MDZ-COLOUR:" + std::to_string(e.colour) + kCrLf;
     std::string rule = e.recurring || e.recurKind != 0 ? Rule(e) : std::string();
     if (!rule.empty()) {
         out += "RRULE:" + rule + kCrLf;

@@ -230,12 +230,42 @@ bool CtlParseRepeat(const std::string& text, int interval, CtlRepeat& repeat, st
     return true;
 }
 
+void CtlEndAfterCount(_EventRecInfo& record, int count) {
+    _RecurInfo setting;
+    setting.startStamp = record.startStamp;
+    setting.endStamp = record.endStamp;
+    setting.interval = record.recurValueA;
+    setting.pattern = record.recurValueB;
+    setting.count = count;
+    setting.kind = record.recurKind;
+    int used = 0;
+    PLDate lastDay;
+    if (count < 1 || !ComputeSeriesEnd(setting, used, lastDay)) {
+        ClearRepeat(record);
+        return;
+    }
+    // The editors cut the count until the series ends before the limit.
+    const long limit = SeriesLimit();
+    while (setting.lastStamp >= limit) {
+        setting.count -= 1;
+        if (setting.count < 1 || !ComputeSeriesEnd(setting, used, lastDay)) {
+            ClearRepeat(record);
+            return;
+        }
+    }
+    record.lastStamp = setting.lastStamp;
+    record.recurValueC = setting.count;
+}
+
 bool CtlApplyRepeat(_EventRecInfo& record, const CtlRepeat& repeat, std::string& error) {
+    if (repeat.kind == kRecurNone) {
+        ClearRepeat(record);  // values A and B stay as a new record has them
+        return true;
+    }
     record.recurKind = repeat.kind;
     record.recurValueA = repeat.interval;
     record.recurValueB = repeat.pattern;
-    if (repeat.kind == kRecurNone || repeat.interval < 1 ||
-        (repeat.kind == kRecurWeekly && (repeat.pattern & 0x7F) == 0)) {
+    if (repeat.interval < 1 || (repeat.kind == kRecurWeekly && (repeat.pattern & 0x7F) == 0)) {
         ClearRepeat(record);
         return true;
     }
@@ -250,29 +280,10 @@ bool CtlApplyRepeat(_EventRecInfo& record, const CtlRepeat& repeat, std::string&
         record.lastStamp = int32_t(last);
         record.recurValueC = repeat.kind == kRecurDaily ? 0 : -1;
     } else if (repeat.hasCount) {
-        _RecurInfo setting;
-        setting.startStamp = record.startStamp;
-        setting.endStamp = record.endStamp;
-        setting.interval = repeat.interval;
-        setting.pattern = repeat.pattern;
-        setting.count = repeat.count;
-        setting.kind = repeat.kind;
-        int count = 0;
-        PLDate lastDay;
-        if (repeat.count < 1 || !ComputeSeriesEnd(setting, count, lastDay)) {
-            ClearRepeat(record);
+        CtlEndAfterCount(record, repeat.count);
+        if (record.recurKind == kRecurNone) {
             return true;
         }
-        // The editors cut the count until the series ends before the limit.
-        while (setting.lastStamp >= limit) {
-            setting.count -= 1;
-            if (setting.count < 1 || !ComputeSeriesEnd(setting, count, lastDay)) {
-                ClearRepeat(record);
-                return true;
-            }
-        }
-        record.lastStamp = setting.lastStamp;
-        record.recurValueC = setting.count;
     } else {
         record.lastStamp = int32_t(limit);
         record.recurValueC = kRecurNoEnd;

@@ -29,6 +29,11 @@ bool CtlParseRepeat(const std::string& text, int interval, CtlRepeat& repeat, st
 // False with `error` for an until date before the start.
 bool CtlApplyRepeat(_EventRecInfo& record, const CtlRepeat& repeat, std::string& error);
 
+// For a series that ends after `count` occurrences: value C and the last-occurrence stamp by the
+// application's own series end, the count cut so that the series ends within 2030; a count that
+// cannot be held turns the event into a single one. The record's rule fields must be set.
+void CtlEndAfterCount(_EventRecInfo& record, int count);
+
 // Lead of an alarm-menu id 11531..11540 (seconds, amount, unit); false for any other id.
 bool CtlAlarmLead(int alarmID, long& seconds, int& amount, int& unit);
 

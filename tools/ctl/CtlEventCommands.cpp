@@ -1,5 +1,6 @@
 // calendar-ctl event add|list|show|delete|import|export.
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 
@@ -171,7 +172,8 @@ CtlJson EventJson(const _EventRecInfo& r) {
         .Add("last", long(r.lastStamp))
         .Add("start_local", CtlStampText(r.startStamp, r.allDay != 0))
         .Add("end_local", CtlStampText(r.endStamp, r.allDay != 0))
-        .Add("last_local", CtlStampText(r.lastStamp))
+        // A single all-day event's last stamp is its end, a date coded as UTC like the start.
+        .Add("last_local", CtlStampText(r.lastStamp, r.allDay != 0 && !r.recurring))
         .Add("all_day", long(r.allDay))
         .Add("recurring", long(r.recurring))
         .Add("alarm", long(r.alarm))
@@ -259,6 +261,18 @@ int Delete(const std::vector<std::string>& words) {
     return kCtlOk;
 }
 
+// "FILE:LINE: not imported: WHY", with the line the reader names (else the event's first line).
+void ReportRefusal(const std::string& file, int eventLine, const std::string& why) {
+    int line = eventLine;
+    std::string reason = why;
+    const size_t colon = why.find(": ");
+    if (why.rfind("line ", 0) == 0 && colon != std::string::npos) {
+        line = std::atoi(why.c_str() + 5);
+        reason = why.substr(colon + 2);
+    }
+    std::fprintf(stderr, "%s:%d: not imported: %s\n", file.c_str(), line, reason.c_str());
+}
+
 int Import(const std::vector<std::string>& words) {
     if (words.size() != 1) {
         return CtlFail(kCtlUsage, "event import FILE.vcs|FILE.ics");
@@ -271,23 +285,24 @@ int Import(const std::vector<std::string>& words) {
     int stored = 0, refused = 0;
     for (APImportedEvent& event : events) {
         if (!event.error.empty() || !event.record) {
-            std::fprintf(stderr, "%s:%d: not imported: %s\n", words[0].c_str(), event.line,
-                         event.error.empty() ? "no event" : event.error.c_str());
+            ReportRefusal(words[0], event.line, event.error.empty() ? "no event" : event.error);
             ++refused;
             continue;
         }
         _EventRecInfo& record = *event.record;
+        // A series of N occurrences ends where the application's own series rule says.
+        if (record.recurring && record.recurValueC >= 1 && record.recurValueC < kRecurNoEnd) {
+            CtlEndAfterCount(record, record.recurValueC);
+        }
         record.id = APEventRec().AddEventRec(&record);
         if (record.id <= 0) {
-            std::fprintf(stderr, "%s:%d: not imported: the store refused the event\n",
-                         words[0].c_str(), event.line);
+            ReportRefusal(words[0], event.line, "the store refused the event");
             ++refused;
             continue;
         }
         if (event.hasAlarm &&
             !CtlRegisterAlarm(record, event.leadSeconds, event.leadAmount, event.leadUnit, error)) {
-            std::fprintf(stderr, "%s:%d: not imported: %s\n", words[0].c_str(), event.line,
-                         error.c_str());
+            ReportRefusal(words[0], event.line, error);
             ++refused;
             continue;
         }

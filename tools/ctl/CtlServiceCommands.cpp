@@ -130,7 +130,7 @@ int CtlLunarCommand(const std::vector<std::string>& words) {
         DATES solar;
         DATES lunar;
         if (!CtlParseDate(word, date)) {
-            status = CtlFail(kCtlUsage, "not a date: " + word);
+            status = CtlFail(kCtlUsage, "not a date YYYY-MM-DD between 1900 and 2100: " + word);
             continue;
         }
         solar.year = date.year;
