@@ -38,13 +38,19 @@ int ShowDateDialog(PLDate& date) {
         return 0;
     }
     const PLDate chosen = dialog->GetDate();
-    date.year = chosen.year;
-    date.FixFromMDY();
-    date.month = chosen.month;
-    date.FixFromMDY();
-    date.day = chosen.day;
-    date.FixFromMDY();
+    SetDateFields(date, chosen.year, chosen.month, chosen.day);
     return 1;
+}
+
+void SetDateFields(PLDate& date, int year, int month, int day) {
+    date.day = 1;
+    date.FixFromMDY();
+    date.year = uint16_t(year);
+    date.FixFromMDY();
+    date.month = uint8_t(month);
+    date.FixFromMDY();
+    date.day = uint8_t(day);
+    date.FixFromMDY();
 }
 
 int TimePickerHour24(long hour, bool twelveHour, const char* suffix) {

@@ -20,6 +20,11 @@ constexpr uint32_t kInfoDialogSecondButton = 21001;
 // when cancelled (the date is untouched).
 int ShowDateDialog(PLDate& date);
 
+// Replaces the year, month and day of `date`, re-normalising after each assignment. The day goes
+// to 1 first: the platform carries an impossible day (31 February) into the next month, so moving
+// the 31st of one month to another month would otherwise land a month late.
+void SetDateFields(PLDate& date, int year, int month, int day);
+
 // Runs the time picker on `time` (display format as PLTime::GetStr takes it; mode 2 edits the
 // hour alone). Returns the dialog's result; 0 means accepted, and only then is the time changed.
 long ShowTimePicker(PLTime& time, long format, long mode);

@@ -374,12 +374,7 @@ void VtCalendarMonthView::MouseUp(PLPoint where, PLMouseButton) {
         return;
     }
     const PLDate& shown = mModel.GetShownDate();
-    mSelectDate->year = shown.year;
-    mSelectDate->FixFromMDY();
-    mSelectDate->month = shown.month;
-    mSelectDate->FixFromMDY();
-    mSelectDate->day = uint8_t(day);
-    mSelectDate->FixFromMDY();
+    SetDateFields(*mSelectDate, shown.year, shown.month, day);
     mModel.SetShownDate(*mSelectDate);
     AskForDay();
 }

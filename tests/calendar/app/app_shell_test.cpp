@@ -86,6 +86,28 @@ TEST(TimePicker, HoursOfBothForms) {
     }
 }
 
+TEST(DateFields, ReplacingYearMonthAndDay) {
+    const struct {
+        const char* name;
+        PLDate from;
+        int year, month, day;
+    } rows[] = {
+        {"31 january to 15 february", PLDate(2026, 1, 31), 2026, 2, 15},
+        {"31 march to 29 february of a leap year", PLDate(2024, 3, 31), 2024, 2, 29},
+        {"29 february to another year's 28th", PLDate(2024, 2, 29), 2025, 2, 28},
+        {"31 december to 30 november a year on", PLDate(2026, 12, 31), 2027, 11, 30},
+        {"a day of the same month", PLDate(2026, 11, 21), 2026, 11, 30},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        PLDate date = row.from;
+        SetDateFields(date, row.year, row.month, row.day);
+        EXPECT_EQ(date, PLDate(row.year, row.month, row.day));
+        EXPECT_EQ(date.month, row.month);
+        EXPECT_EQ(date.day, row.day);
+    }
+}
+
 TEST(InfoDialog, PointBySizeMode) {
     EXPECT_EQ(InfoDialogPoint(0), PLPoint(149, 228));
     EXPECT_EQ(InfoDialogPoint(1), PLPoint(239, 228));
