@@ -62,40 +62,32 @@ void IMEKeyboard::BuildKeypad() {
 }
 
 void IMEKeyboard::BuildLetters() {
-    mKeys.clear();
     mSymbols = false;
-    AddRow("qwertyuiop", 0, 0, kKeyWidth);
-    AddRow("asdfghjkl", kRowHeight, kKeyWidth / 2, kKeyWidth);
-    const int third = 2 * kRowHeight;
-    AddKey({third, 0, third + kRowHeight, 36}, Label(VtPlatformText::kKeyShift), Key::Action::Shift,
-           "");
-    AddRow("zxcvbnm", third, 36, kKeyWidth);
-    AddKey({third, 36 + 7 * kKeyWidth, third + kRowHeight, kPLScreenWidth},
-           Label(VtPlatformText::kKeyDelete), Key::Action::Erase, "");
-    const int fourth = 3 * kRowHeight;
-    AddKey({fourth, 0, fourth + kRowHeight, 48}, Label(VtPlatformText::kKeySymbols),
-           Key::Action::Symbols, "");
-    AddKey({fourth, 48, fourth + kRowHeight, 72}, ",", Key::Action::Type, ",");
-    AddKey({fourth, 72, fourth + kRowHeight, 168}, Label(VtPlatformText::kKeySpace),
-           Key::Action::Type, " ");
-    AddKey({fourth, 168, fourth + kRowHeight, 192}, ".", Key::Action::Type, ".");
-    AddKey({fourth, 192, fourth + kRowHeight, kPLScreenWidth}, Label(VtPlatformText::kKeyDone),
-           Key::Action::Done, "");
+    BuildPage({"qwertyuiop", "asdfghjkl", "zxcvbnm"},
+              {Label(VtPlatformText::kKeyShift), Key::Action::Shift, ""},
+              {Label(VtPlatformText::kKeySymbols), Key::Action::Symbols, ""});
 }
 
 void IMEKeyboard::BuildSymbols() {
-    mKeys.clear();
     mSymbols = true;
-    AddRow("1234567890", 0, 0, kKeyWidth);
-    AddRow("-/:;()@&\"", kRowHeight, kKeyWidth / 2, kKeyWidth);
+    BuildPage({"1234567890", "-/:;()@&\"", "?!'%+=*"}, {"#", Key::Action::Type, "#"},
+              {Label(VtPlatformText::kKeyLetters), Key::Action::Letters, ""});
+}
+
+void IMEKeyboard::BuildPage(const std::array<const char*, 3>& rows, const PageKey& thirdRowLead,
+                            const PageKey& pageSwitch) {
+    mKeys.clear();
+    AddRow(rows[0], 0, 0, kKeyWidth);
+    AddRow(rows[1], kRowHeight, kKeyWidth / 2, kKeyWidth);
     const int third = 2 * kRowHeight;
-    AddKey({third, 0, third + kRowHeight, 36}, "#", Key::Action::Type, "#");
-    AddRow("?!'%+=*", third, 36, kKeyWidth);
+    AddKey({third, 0, third + kRowHeight, 36}, thirdRowLead.label, thirdRowLead.action,
+           thirdRowLead.input);
+    AddRow(rows[2], third, 36, kKeyWidth);
     AddKey({third, 36 + 7 * kKeyWidth, third + kRowHeight, kPLScreenWidth},
            Label(VtPlatformText::kKeyDelete), Key::Action::Erase, "");
     const int fourth = 3 * kRowHeight;
-    AddKey({fourth, 0, fourth + kRowHeight, 48}, Label(VtPlatformText::kKeyLetters),
-           Key::Action::Letters, "");
+    AddKey({fourth, 0, fourth + kRowHeight, 48}, pageSwitch.label, pageSwitch.action,
+           pageSwitch.input);
     AddKey({fourth, 48, fourth + kRowHeight, 72}, ",", Key::Action::Type, ",");
     AddKey({fourth, 72, fourth + kRowHeight, 168}, Label(VtPlatformText::kKeySpace),
            Key::Action::Type, " ");

@@ -3,6 +3,7 @@
 // digits and signs) or, for digit-only input, a keypad.
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,16 @@ private:
     void BuildKeypad();
     void BuildLetters();
     void BuildSymbols();
+    // A special key of a page: its label, what it does and what it types.
+    struct PageKey {
+        std::string label;
+        Key::Action action;
+        std::string input;
+    };
+    // Letters and symbols share one layout: three rows of characters, a key before the third
+    // row, erase after it, and a bottom row with the page switch, space and done.
+    void BuildPage(const std::array<const char*, 3>& rows, const PageKey& thirdRowLead,
+                   const PageKey& pageSwitch);
     void AddRow(const char* characters, int top, int left, int keyWidth);
     void AddKey(const PLRect& rect, const std::string& label, Key::Action action,
                 const std::string& input);

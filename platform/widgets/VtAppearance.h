@@ -14,3 +14,17 @@ struct VtAppearance {
     // Font of the control's text; null keeps the theme's 16-pixel font.
     PLFont* font = nullptr;
 };
+
+// Gives a pane the text colour and font that an appearance overrides; null changes nothing.
+template <class Pane>
+Pane* VtApplyAppearance(Pane* pane, const VtAppearance* appearance) {
+    if (appearance != nullptr) {
+        if (!appearance->text.isDefault) {
+            pane->SetTextColor(appearance->text, false);
+        }
+        if (appearance->font != nullptr) {
+            pane->SetFont(appearance->font, false);
+        }
+    }
+    return pane;
+}

@@ -1,23 +1,6 @@
 // Factories of top bars, scroll containers and date headers.
 #include "VtBarFactory.h"
 
-namespace {
-
-template <class Pane>
-Pane* WithAppearance(Pane* pane, const VtAppearance* appearance) {
-    if (appearance != nullptr) {
-        if (!appearance->text.isDefault) {
-            pane->SetTextColor(appearance->text, false);
-        }
-        if (appearance->font != nullptr) {
-            pane->SetFont(appearance->font, false);
-        }
-    }
-    return pane;
-}
-
-}  // namespace
-
 VtTopBarView* MakeVtTextTopBar(uint32_t id, PLPoint location, long width,
                                const PLBasicString<char>& title,
                                const PLBasicString<char>& secondText, long justification,
@@ -48,12 +31,12 @@ VtScrollContainer* MakeVtScrollContainer(uint32_t id, PLPoint location, PLSize s
     static_cast<void>(horizontal);
     auto* container =
         new VtScrollContainer(id, location, size, barWidth, alwaysShowBar, margins, followFocus);
-    return WithAppearance(container, appearance);
+    return VtApplyAppearance(container, appearance);
 }
 
 VtCalendarYearSelectControl* MakeCalendarYearSelectControl(uint32_t id, long type, PLDate* date,
                                                            const VtAppearance* appearance,
                                                            bool wrapAtLimits) {
-    return WithAppearance(new VtCalendarYearSelectControl(id, type, date, wrapAtLimits),
-                          appearance);
+    return VtApplyAppearance(new VtCalendarYearSelectControl(id, type, date, wrapAtLimits),
+                             appearance);
 }

@@ -137,6 +137,16 @@ bool VtBaseDialog::DoKeyCommand(char key, short, PLKeyModifiers) {
     return true;
 }
 
+bool VtBaseDialog::PressButton(uint32_t id) {
+    for (VtButton* button : mButtons) {
+        if (button->GetID() == id) {
+            button->Press();
+            return true;
+        }
+    }
+    return false;
+}
+
 bool VtBaseDialog::HandleKey(uint8_t) {
     return false;
 }

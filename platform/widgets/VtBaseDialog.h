@@ -39,6 +39,9 @@ public:
     bool IsModalOwned() const { return mModalOwned; }
     void SetUserMessageID(uint32_t id) { mUserMessageID = id; }
     uint32_t GetUserMessageID() const { return mUserMessageID; }
+    // The button that the ok key presses in pickers (whose own keys move the focus).
+    void SetAcceptID(uint32_t id) { mAcceptID = id; }
+    uint32_t GetAcceptID() const { return mAcceptID; }
 
     // Adds a button to the row at the bottom of the box (left to right).
     VtButton* AddButton(uint32_t id, const PLBasicString<char>& label);
@@ -66,6 +69,8 @@ protected:
     void SetTitle(const PLBasicString<char>& title) { mTitle = title; }
     const PLBasicString<char>& GetTitle() const { return mTitle; }
     void LayoutButtons();
+    // Presses the button with the id as a tap would; false when there is none.
+    bool PressButton(uint32_t id);
 
 private:
     void MoveButtonFocus(int delta);
@@ -79,4 +84,5 @@ private:
     long mDisplayTime = 0;
     bool mModalOwned = true;
     uint32_t mUserMessageID = 0x3F3F3F3F;
+    uint32_t mAcceptID = 0;
 };

@@ -4,7 +4,6 @@
 #include <cstdio>
 
 #include "PLDrawContext.h"
-#include "VtButton.h"
 #include "VtDateRange.h"
 #include "VtPlatformText.h"
 #include "VtTheme.h"
@@ -186,13 +185,7 @@ bool VtCalendarDateDialog::HandleKey(uint8_t key) {
             MoveMonths(1);
             return true;
         case kPLKeyOk:
-            for (VtButton* button : GetButtons()) {
-                if (button->GetID() == mAcceptID) {
-                    button->Press();
-                    return true;
-                }
-            }
-            return false;
+            return PressButton(GetAcceptID());
         default:
             return false;
     }

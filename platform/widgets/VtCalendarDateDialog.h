@@ -14,7 +14,6 @@ public:
     const PLDate& GetDate() const { return mDate; }
     void SetDate(const PLDate& date);
     long GetFirstWeekday() const { return mFirstWeekday; }
-    void SetAcceptID(uint32_t id) { mAcceptID = id; }
 
     void MouseDown(PLPoint where, PLMouseButton button) override;
     void MouseUp(PLPoint where, PLMouseButton button) override;
@@ -44,7 +43,6 @@ private:
 
     PLDate mDate;
     long mFirstWeekday;
-    uint32_t mAcceptID = 0;
     Hit mPressed = Hit::None;
     int mPressedCell = -1;
 };

@@ -12,7 +12,10 @@
 VtEditField::VtEditField(uint32_t id, PLPoint location, PLSize size,
                          const PLBasicString<char>& text, const Options& options)
     : PLControl(id, location, size), mOptions(options), mEditor(nullptr) {
-    mOptions.captionWidth = std::clamp<long>(mOptions.captionWidth, 0, size.h);
+    // An empty caption takes no room: a field given a caption width but no caption keeps its
+    // whole box for the text (a ten-character date needs it).
+    mOptions.captionWidth =
+        mOptions.caption.IsEmpty() ? 0 : std::clamp<long>(mOptions.captionWidth, 0, size.h);
     if (mOptions.justification < 0 || mOptions.justification > 2) {
         mOptions.justification = kPLJustifyLeft;
     }
@@ -53,7 +56,7 @@ void VtEditField::SetEnabled(bool enabled, bool redraw) {
 
 void VtEditField::Draw(PLDrawContext& context) {
     const VtTheme& theme = VtTheme::Current();
-    if (mOptions.captionWidth > 0 && !mOptions.caption.IsEmpty()) {
+    if (mOptions.captionWidth > 0) {
         const long justification =
             mOptions.captionJustification < 0 || mOptions.captionJustification > 2
                 ? kPLJustifyLeft

@@ -3,23 +3,18 @@
 // (SetOnState(0, true)).
 #pragma once
 
-#include "PLControl.h"
+#include "VtToggleButton.h"
 
-class PLBitmapFamily;
-
-class VtRadioButton : public PLControl {
+class VtRadioButton : public VtToggleButton {
 public:
     VtRadioButton(uint32_t id, PLPoint location, PLSize size, const PLBasicString<char>& text,
-                  bool on, PLBitmapFamily* family);
+                  bool on, PLBitmapFamily* family)
+        : VtToggleButton(id, location, size, text, on, family) {}
 
     bool IsOn() const { return GetOnState() != 0; }
-
-    void Draw(PLDrawContext& context) override;
-    void MouseDown(PLPoint where, PLMouseButton button) override;
-    void MouseMove(PLPoint where, PLMouseButton button) override;
-    void MouseUp(PLPoint where, PLMouseButton button) override;
     const char* GetClassName() const override { return "VtRadioButton"; }
 
-private:
-    PLBitmapFamily* mFamily;
+protected:
+    void DrawMark(const VtTheme& theme, PLDrawContext& context, const PLRect& mark) const override;
+    long StateAfterTap() const override { return 1; }
 };

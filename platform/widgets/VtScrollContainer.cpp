@@ -3,6 +3,7 @@
 #include "VtScrollContainer.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "PLDrawContext.h"
 #include "PLMessage.h"
@@ -23,9 +24,29 @@ VtScrollContainer::VtScrollContainer(uint32_t id, PLPoint location, PLSize size,
       mAutoScroll(followFocus) {
     mContent = new VtScrollPane(0, PLPoint(0, 0), size, *this);
     mBar = new VtScrollBar(0, PLPoint(0, 0), PLSize(size.v, mBarWidth));
-    AddSubPane(mContent, false);
-    AddSubPane(mBar, false);
+    PLView::AddSubPane(mContent, false);
+    PLView::AddSubPane(mBar, false);
     mBar->SetOnScroll([this](long position) { ScrollTo(position, true); });
+    Layout();
+}
+
+void VtScrollContainer::AddSubPane(PLPane* pane, bool redraw) {
+    InsertSubPane(pane, SIZE_MAX, redraw);
+}
+
+void VtScrollContainer::InsertSubPane(PLPane* pane, size_t index, bool redraw) {
+    // The container's own parts stay where they are.
+    if (pane != mContent && pane != mBar) {
+        mContent->InsertSubPane(pane, index, redraw);
+    }
+}
+
+bool VtScrollContainer::RemoveSubPane(PLPane* pane) {
+    return pane != nullptr && pane->GetParent() == mContent && mContent->RemoveSubPane(pane);
+}
+
+void VtScrollContainer::SetSize(PLSize size, bool redraw) {
+    PLView::SetSize(size, redraw);
     Layout();
 }
 

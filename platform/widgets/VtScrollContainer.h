@@ -4,11 +4,14 @@
 // being typed into in view. After the user scrolled, the container sends "rscm"
 // (a PLScrollerMessage with its id and the new offset) to its listeners.
 //
-// The container is the "scroller": SetAutoScroll and EnsureVisible belong to it. Its size may be
-// changed at any time (the editors shrink it while the input method is up); the content pane and
-// the bar follow when the container next draws or scrolls, or at once with Layout(). So after a
-// SetSize or SetLocation, read the visible height with GetVisibleHeight() (or call Layout()
-// before reading the content pane's size).
+// Panes added to the container (AddSubPane, InsertSubPane) go to its content pane, and
+// RemoveSubPane takes them from there, so that views can hand their rows to the container itself.
+// These calls must be made through a VtScrollContainer pointer: the toolkit's are not virtual.
+//
+// The container is the "scroller" (GetScroller answers the container itself): SetAutoScroll and
+// EnsureVisible belong to it. Its size may be changed at any time (the editors shrink it while the
+// input method is up): SetSize lays out the content pane and the bar at once, so that the content
+// pane's size is the visible height straight away.
 #pragma once
 
 #include "PLRect.h"
@@ -24,6 +27,13 @@ public:
 
     VtScrollPane* GetContentPane() const { return mContent; }
     VtScrollBar* GetScrollBar() const { return mBar; }
+    VtScrollContainer* GetScroller() { return this; }
+
+    // Sub-panes of the content pane; the content pane and the bar themselves cannot be removed.
+    void AddSubPane(PLPane* pane, bool redraw = true);
+    void InsertSubPane(PLPane* pane, size_t index, bool redraw = true);
+    bool RemoveSubPane(PLPane* pane);
+    void SetSize(PLSize size, bool redraw = true);
 
     // With auto-scroll, fields that get the input method are scrolled into view.
     void SetAutoScroll(bool autoScroll) { mAutoScroll = autoScroll; }
@@ -43,8 +53,8 @@ public:
     void Draw(PLDrawContext& context) override;
     const char* GetClassName() const override { return "VtScrollContainer"; }
 
-    // Places the content pane and the bar for the current size (done by itself before it draws
-    // and whenever it scrolls).
+    // Places the content pane and the bar for the current size (done by itself when resized,
+    // before it draws and whenever it scrolls; call it after the content grew or shrank).
     void Layout();
 
 private:

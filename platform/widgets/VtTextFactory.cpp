@@ -3,24 +3,6 @@
 
 #include "PLFont.h"
 
-namespace {
-
-template <class Pane>
-Pane* WithAppearance(Pane* pane, const VtAppearance* appearance) {
-    if (appearance == nullptr) {
-        return pane;
-    }
-    if (!appearance->text.isDefault) {
-        pane->SetTextColor(appearance->text, false);
-    }
-    if (appearance->font != nullptr) {
-        pane->SetFont(appearance->font, false);
-    }
-    return pane;
-}
-
-}  // namespace
-
 VtStaticText* MakeStaticText(uint32_t id, PLPoint location, PLSize size,
                              const PLBasicString<char>& text, long justification, bool multiLine,
                              uint32_t fontCode, const PLRGBColor& color,
@@ -30,7 +12,7 @@ VtStaticText* MakeStaticText(uint32_t id, PLPoint location, PLSize size,
     if (fontCode != 0) {
         label->SetFont(PLFont::GetFont(fontCode), false);
     }
-    return WithAppearance(label, appearance);
+    return VtApplyAppearance(label, appearance);
 }
 
 VtEditField* MakeVtEditField(uint32_t id, PLPoint location, PLSize size,
@@ -59,11 +41,11 @@ VtEditField* MakeVtEditField(uint32_t id, PLPoint location, PLSize size,
 VtCheckbox* MakeCheckbox(uint32_t id, PLPoint location, PLSize size,
                          const PLBasicString<char>& text, bool checked, PLBitmapFamily* family,
                          const VtAppearance* appearance) {
-    return WithAppearance(new VtCheckbox(id, location, size, text, checked, family), appearance);
+    return VtApplyAppearance(new VtCheckbox(id, location, size, text, checked, family), appearance);
 }
 
 VtRadioButton* MakeRadioButton(uint32_t id, PLPoint location, PLSize size,
                                const PLBasicString<char>& text, bool on, PLBitmapFamily* family,
                                const VtAppearance* appearance) {
-    return WithAppearance(new VtRadioButton(id, location, size, text, on, family), appearance);
+    return VtApplyAppearance(new VtRadioButton(id, location, size, text, on, family), appearance);
 }

@@ -37,7 +37,8 @@ VtStaticText* MakeStaticText(uint32_t id, PLPoint location, PLSize size,
 // - `textLimit`: the most bytes the text may hold (0: no limit); longer text is cut at a
 //   character boundary.
 // - `caption`, `captionJustification`, `captionWidth`: a caption in the first `captionWidth`
-//   pixels, justified as given (-1 the theme's, left).
+//   pixels, justified as given (-1 the theme's, left). An empty caption takes no room, whatever
+//   its width.
 // - `font`: null is the theme's.
 // - `editable`: false ignores typing (presses are still reported).
 // - `margins`: text insets in the box; kVtEditFieldRect is the standard.

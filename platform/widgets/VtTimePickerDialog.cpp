@@ -7,7 +7,6 @@
 #include "PLDrawContext.h"
 #include "PLFont.h"
 #include "PLTime.h"
-#include "VtButton.h"
 #include "VtPlatformText.h"
 #include "VtTheme.h"
 
@@ -151,13 +150,7 @@ bool VtTimePickerDialog::HandleKey(uint8_t key) {
             StepColumn(mFocus, -1);
             return true;
         case kPLKeyOk:
-            for (VtButton* button : GetButtons()) {
-                if (button->GetID() == mAcceptID) {
-                    button->Press();
-                    return true;
-                }
-            }
-            return false;
+            return PressButton(GetAcceptID());
         default:
             return false;
     }

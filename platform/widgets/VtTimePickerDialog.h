@@ -24,7 +24,6 @@ public:
     PLBasicString<char> GetSuffix() const;
     long GetHour24() const { return mHour; }
     long GetMode() const { return mMode; }
-    void SetAcceptID(uint32_t id) { mAcceptID = id; }
 
     // Column steps, as the arrows do: column 0 hour, 1 minute, 2 AM/PM.
     void StepColumn(int column, int delta);
@@ -50,7 +49,6 @@ private:
     bool mTwelve;
     long mMode;
     int mFocus = 0;
-    uint32_t mAcceptID = 0;
     int mPressedColumn = -1;
     int mPressedPart = 0;
 };
