@@ -182,22 +182,16 @@ struct SpanRow {
 };
 
 TEST(MonthLanes, SpansClippedToTheMonthAndMidnightEnds) {
+    // clang-format off
     const SpanRow rows[] = {
-        {"ending at midnight marks only the first day",
-         D(2026, 3, 5),
-         D(2026, 3, 6),
-         {0, 0, 0},
-         {5}},
+        {"ending at midnight marks only the first day", D(2026, 3, 5), D(2026, 3, 6), {0, 0, 0}, {5}},
         {"three days ending at midnight", D(2026, 3, 5), D(2026, 3, 8), {0, 0, 0}, {5, 6, 7}},
         {"from the month before", D(2026, 2, 25), D(2026, 3, 3), {9, 0, 0}, {1, 2, 3}},
         {"into the next month", D(2026, 3, 30), D(2026, 4, 2), {9, 0, 0}, {30, 31}},
-        {"into the next month ending at midnight",
-         D(2026, 3, 30),
-         D(2026, 4, 2),
-         {0, 0, 0},
-         {30, 31}},
+        {"into the next month ending at midnight", D(2026, 3, 30), D(2026, 4, 2), {0, 0, 0}, {30, 31}},
         {"around the whole month", D(2026, 2, 1), D(2026, 5, 1), {9, 0, 0}, Range(1, 31)},
     };
+    // clang-format on
     for (const SpanRow& row : rows) {
         SCOPED_TRACE(row.name);
         NodeList list;
@@ -240,6 +234,7 @@ constexpr int kWed = 1 << 3;
 constexpr int kFri = 1 << 5;
 
 TEST(MonthExpansion, EveryRepeatKind) {
+    // clang-format off
     const ExpandRow rows[] = {
         {"monthly on the 15th", Repeat(D(2026, 1, 15), 4, 1, 15), 2026, 3, {15}},
         {"every second month, off month", Repeat(D(2026, 1, 15), 4, 2, 15), 2026, 2, {}},
@@ -249,52 +244,19 @@ TEST(MonthExpansion, EveryRepeatKind) {
         {"monthly last friday", Repeat(D(2026, 1, 30), 4, 1, 5 * 256 + 6), 2026, 3, {27}},
         {"monthly, before its first month", Repeat(D(2026, 5, 15), 4, 1, 15), 2026, 3, {}},
         {"monthly, after its limit", Repeat(D(2025, 5, 15), 4, 1, 15, D(2026, 3, 10)), 2026, 3, {}},
-        {"yearly 29 february clamps in a common year",
-         Repeat(D(2024, 2, 29), 8, 2, 29),
-         2026,
-         2,
-         {28}},
+        {"yearly 29 february clamps in a common year", Repeat(D(2024, 2, 29), 8, 2, 29), 2026, 2, {28}},
         {"yearly in another month", Repeat(D(2024, 6, 1), 8, 6, 1), 2026, 3, {}},
-        {"yearly fourth thursday of november",
-         Repeat(D(2020, 11, 26), 8, 11, 4 * 256 + 5),
-         2026,
-         11,
-         {26}},
-        {"every third day from february",
-         Repeat(D(2026, 2, 26), 1, 3, 0),
-         2026,
-         3,
-         {1, 4, 7, 10, 13, 16, 19, 22, 25, 28, 31}},
-        {"daily up to its limit",
-         Repeat(D(2026, 3, 1), 1, 1, 0, D(2026, 3, 5)),
-         2026,
-         3,
-         {1, 2, 3, 4, 5}},
+        {"yearly fourth thursday of november", Repeat(D(2020, 11, 26), 8, 11, 4 * 256 + 5), 2026, 11, {26}},
+        {"every third day from february", Repeat(D(2026, 2, 26), 1, 3, 0), 2026, 3, {1, 4, 7, 10, 13, 16, 19, 22, 25, 28, 31}},
+        {"daily up to its limit", Repeat(D(2026, 3, 1), 1, 1, 0, D(2026, 3, 5)), 2026, 3, {1, 2, 3, 4, 5}},
         {"daily from late in the month", Repeat(D(2026, 3, 29), 1, 1, 0), 2026, 3, {29, 30, 31}},
-        {"working days", Repeat(D(2026, 3, 1), 1, 1, 1), 2026, 3, {2,  3,  4,  5,  6,  9,  10, 11,
-                                                                   12, 13, 16, 17, 18, 19, 20, 23,
-                                                                   24, 25, 26, 27, 30, 31}},
-        {"weekly monday and wednesday",
-         Repeat(D(2026, 3, 2), 2, 1, kMon | kWed),
-         2026,
-         3,
-         {2, 4, 9, 11, 16, 18, 23, 25, 30}},
-        {"every second week",
-         Repeat(D(2026, 3, 2), 2, 2, kMon | kWed),
-         2026,
-         3,
-         {2, 4, 16, 18, 30}},
-        {"weekly, started twenty years back",
-         Repeat(D(2006, 3, 6), 2, 1, kMon),
-         2026,
-         3,
-         {2, 9, 16, 23, 30}},
-        {"daily, started twenty years back",
-         Repeat(D(2006, 3, 6), 1, 7, 0),
-         2026,
-         3,
-         {2, 9, 16, 23, 30}},
+        {"working days", Repeat(D(2026, 3, 1), 1, 1, 1), 2026, 3, {2, 3, 4, 5, 6, 9, 10, 11, 12, 13, 16, 17, 18, 19, 20, 23, 24, 25, 26, 27, 30, 31}},
+        {"weekly monday and wednesday", Repeat(D(2026, 3, 2), 2, 1, kMon | kWed), 2026, 3, {2, 4, 9, 11, 16, 18, 23, 25, 30}},
+        {"every second week", Repeat(D(2026, 3, 2), 2, 2, kMon | kWed), 2026, 3, {2, 4, 16, 18, 30}},
+        {"weekly, started twenty years back", Repeat(D(2006, 3, 6), 2, 1, kMon), 2026, 3, {2, 9, 16, 23, 30}},
+        {"daily, started twenty years back", Repeat(D(2006, 3, 6), 1, 7, 0), 2026, 3, {2, 9, 16, 23, 30}},
     };
+    // clang-format on
     for (const ExpandRow& row : rows) {
         SCOPED_TRACE(row.name);
         NodeList list;
@@ -333,6 +295,7 @@ TEST(MonthExpansion, ImpossibleRecordsShowWhatTheirFieldsAllow) {
     unknownKind.kind = 3;
     unknownKind.colour = 11544;
 
+    // clang-format off
     const ExpandRow rows[] = {
         {"kind 3 is shown once", unknownKind, 2026, 3, {5}},
         {"end before start shows the start day", endBeforeStart, 2026, 3, {10}},
@@ -349,6 +312,7 @@ TEST(MonthExpansion, ImpossibleRecordsShowWhatTheirFieldsAllow) {
         {"empty weekday mask", Repeat(D(2026, 1, 10), 2, 1, 0), 2026, 3, {}},
         {"weekday mask with high bits only", Repeat(D(2026, 1, 10), 2, 1, 0x7F00), 2026, 3, {}},
     };
+    // clang-format on
     for (const ExpandRow& row : rows) {
         SCOPED_TRACE(row.name);
         NodeList list;
