@@ -1,5 +1,6 @@
-// The application shell's computations: the purge cut-off, the time picker's hours, the notice
-// dialog's point, the repeat-rule message and the editors' end-of-series check.
+// The application shell's computations: the purge cut-off, the time picker's hours, dates taken
+// from a dialog, the notice dialog's button modes, the repeat-rule message and the editors'
+// end-of-series check.
 #include <gtest/gtest.h>
 
 #include <ctime>
@@ -106,13 +107,6 @@ TEST(DateFields, ReplacingYearMonthAndDay) {
         EXPECT_EQ(date.month, row.month);
         EXPECT_EQ(date.day, row.day);
     }
-}
-
-TEST(InfoDialog, PointBySizeMode) {
-    EXPECT_EQ(InfoDialogPoint(0), PLPoint(149, 228));
-    EXPECT_EQ(InfoDialogPoint(1), PLPoint(239, 228));
-    EXPECT_EQ(InfoDialogPoint(2), PLPoint(0, 228));
-    EXPECT_EQ(InfoDialogPoint(-1), PLPoint(0, 228));
 }
 
 TEST(InfoDialog, UnknownButtonModeShowsNothing) {
