@@ -95,15 +95,38 @@ TEST(ScrollContainer, ShrinkingKeepsAPaneInViewAndGrowingClampsTheOffset) {
     EXPECT_EQ(container->GetScrollPosition(), 30) << "its top at the view's top";
     container->SetSize(PLSize(40, 240), false);
     EXPECT_EQ(container->GetVisibleHeight(), 38);
+    EXPECT_EQ(container->GetContentPane()->GetSize().v, 38) << "laid out by the resize itself";
     container->EnsureVisible(*sixth);
     EXPECT_EQ(container->GetScrollPosition(), 180 - 38);
     container->SetSize(PLSize(20, 240), false);
     container->EnsureVisible(*container->GetContentPane()->FindPane(108));
     EXPECT_EQ(container->GetScrollPosition(), 240) << "taller than the view: its top shows";
     container->SetSize(PLSize(320, 240), false);
-    container->Layout();
     EXPECT_EQ(container->GetScrollPosition(), 0) << "everything fits again";
     EXPECT_EQ(container->GetContentPane()->GetSize().v, 318);
+}
+
+TEST(ScrollContainer, PanesGivenToTheContainerScrollInItsContentPane) {
+    auto container = MakeContainer();
+    auto* row = new PLPane(111358, PLPoint(300, 0), PLSize(30, 220));
+    container->AddSubPane(row, false);
+    EXPECT_EQ(row->GetParent(), container->GetContentPane());
+    PLScrollerMessage request(11305, PLPoint(400, 0), 0);
+    container->GetContentPane()->Listen(&request);
+    EXPECT_EQ(container->GetScrollPosition(), 330 - 98) << "the new row counts for the range";
+    auto* first = new PLPane(111357, PLPoint(0, 0), PLSize(30, 220));
+    container->InsertSubPane(first, 0, false);
+    EXPECT_EQ(container->GetContentPane()->GetSubPanes().front(), first);
+
+    EXPECT_TRUE(container->RemoveSubPane(row));
+    std::unique_ptr<PLPane> removed(row);
+    EXPECT_EQ(row->GetParent(), nullptr);
+    EXPECT_FALSE(container->RemoveSubPane(row)) << "no longer there";
+    EXPECT_FALSE(container->RemoveSubPane(nullptr));
+    EXPECT_FALSE(container->RemoveSubPane(container->GetContentPane())) << "its own parts stay";
+    container->AddSubPane(container->GetScrollBar(), false);
+    EXPECT_EQ(container->GetScrollBar()->GetParent(), container.get());
+    EXPECT_EQ(container->GetScroller(), container.get());
 }
 
 TEST(ComboControl, ValueAndMenuSelectionStayInStep) {

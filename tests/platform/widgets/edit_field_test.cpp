@@ -1,5 +1,6 @@
 // Edit fields and their inner editor: limits and filters on typing, the messages a field sends,
-// non-editable and disabled fields, and the text the field reports.
+// non-editable and disabled fields, the text the field reports and the room its caption takes;
+// taps on check boxes and radio buttons.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -20,8 +21,10 @@ public:
         }
         const auto* state = dynamic_cast<const VtStateMessage*>(message);
         kinds.push_back(kind + (state != nullptr ? " " + std::to_string(state->GetState()) : ""));
+        values.push_back(long(message->GetUserMessageID()));
     }
     std::vector<std::string> kinds;
+    std::vector<long> values;
 };
 
 std::unique_ptr<VtEditField> MakeField(const char* text, long limit, bool singleLine,
@@ -102,7 +105,80 @@ TEST(EditField, ADisabledFieldTakesNoTypingAndAFieldWithoutPressNoticeStaysQuiet
     quiet->AddListener(&log);
     quiet->NotifyPressed();
     EXPECT_TRUE(log.kinds.empty());
-    EXPECT_EQ(quiet->GetBoxRect(), PLRect(0, 60, 30, 100)) << "the caption takes its width";
 }
+
+struct CaptionCase {
+    const char* name;
+    const char* caption;
+    long captionWidth;
+    int boxLeft;
+    int editorLeft;  // inside the box's border and margin, when there is room for them
+};
+
+class EditFieldCaption : public ::testing::TestWithParam<CaptionCase> {};
+
+TEST_P(EditFieldCaption, TheCaptionTakesItsWidthOnlyWhenThereIsOne) {
+    const CaptionCase& c = GetParam();
+    std::unique_ptr<VtEditField> field(
+        MakeVtEditField(11676, PLPoint(150, 95), PLSize(30, 110), "2026-11-21", true, -1, 0, 1, 10,
+                        c.caption, -1, c.captionWidth, nullptr, true, kVtEditFieldRect, -1, true));
+    EXPECT_EQ(field->GetBoxRect(), PLRect(0, c.boxLeft, 30, 110));
+    EXPECT_EQ(field->GetEditor()->GetLocation().h, c.editorLeft);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Captions, EditFieldCaption,
+    ::testing::Values(CaptionCase{"caption_of_sixty", "Every", 60, 60, 66},
+                      CaptionCase{"empty_caption_of_sixty_five_takes_nothing", "", 65, 0, 6},
+                      CaptionCase{"no_width_no_caption", "Every", 0, 0, 6},
+                      CaptionCase{"wider_than_the_field_stops_at_its_edge", "Every", 500, 110, 110},
+                      CaptionCase{"negative_width_is_none", "Every", -5, 0, 6}),
+    [](const ::testing::TestParamInfo<CaptionCase>& info) { return std::string(info.param.name); });
+
+struct TapCase {
+    const char* name;
+    bool radio;
+    bool on;
+    bool enabled;
+    PLPoint release;  // where the pen comes up after going down at (10, 10)
+    long after;
+    std::vector<std::string> sent;
+};
+
+class ToggleTaps : public ::testing::TestWithParam<TapCase> {};
+
+TEST_P(ToggleTaps, ACompletedTapSetsTheStateAndReportsIt) {
+    const TapCase& c = GetParam();
+    std::unique_ptr<VtToggleButton> button;
+    if (c.radio) {
+        button.reset(MakeRadioButton(11636, PLPoint(90, 5), PLSize(30, 235), "Never", c.on, nullptr,
+                                     nullptr));
+    } else {
+        button.reset(
+            MakeCheckbox(11461, PLPoint(0, 0), PLSize(30, 200), "Lunar", c.on, nullptr, nullptr));
+    }
+    button->SetEnabled(c.enabled, false);
+    MessageLog log;
+    button->AddListener(&log);
+    button->MouseDown(PLPoint(10, 10), kPLPen);
+    button->MouseUp(c.release, kPLPen);
+    EXPECT_EQ(button->GetOnState(), c.after);
+    EXPECT_EQ(log.kinds, c.sent);
+    if (!c.sent.empty()) {
+        EXPECT_EQ(log.values.back(), c.after) << "the message carries the new state";
+    }
+    EXPECT_FALSE(button->IsPressed());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Taps, ToggleTaps,
+    ::testing::Values(TapCase{"check_box_turns_on", false, false, true, {10, 10}, 1, {"ctrl"}},
+                      TapCase{"check_box_turns_off", false, true, true, {10, 10}, 0, {"ctrl"}},
+                      TapCase{"radio_turns_on", true, false, true, {10, 10}, 1, {"ctrl"}},
+                      TapCase{"radio_stays_on", true, true, true, {10, 10}, 1, {"ctrl"}},
+                      TapCase{
+                          "released_outside_changes_nothing", false, false, true, {40, 10}, 0, {}},
+                      TapCase{"disabled_changes_nothing", true, false, false, {10, 10}, 0, {}}),
+    [](const ::testing::TestParamInfo<TapCase>& info) { return std::string(info.param.name); });
 
 }  // namespace
