@@ -74,6 +74,10 @@ long PLDate2TimeStamp(const PLDate& date, const PLTime& time) {
     return PLDate2TimeStamp(&date, &time);
 }
 
+long PLDate2TimeStamp(const PLDate& date, const PLTime* time) {
+    return PLDate2TimeStamp(&date, time);
+}
+
 long PLDateUTC2TimeStamp(const PLDate* date, const PLTime* time) {
     if (date == nullptr) {
         return 0;
@@ -81,6 +85,10 @@ long PLDateUTC2TimeStamp(const PLDate* date, const PLTime* time) {
     std::tm fields = BrokenDown(*date, time);
     fields.tm_isdst = 0;
     return ClampToStamp(static_cast<long long>(timegm(&fields)));
+}
+
+long PLDateUTC2TimeStamp(const PLDate& date, const PLTime* time) {
+    return PLDateUTC2TimeStamp(&date, time);
 }
 
 void TimeStamp2PLDate(long stamp, PLDate* date, PLTime* time) {

@@ -16,8 +16,11 @@ using PLTimeStampValue = int32_t;
 // 32-bit range are clamped to its ends.
 long PLDate2TimeStamp(const PLDate* date, const PLTime* time);
 long PLDate2TimeStamp(const PLDate& date, const PLTime& time);
+// A date object with a time that may be null (the calendar's "date, nullptr" calls).
+long PLDate2TimeStamp(const PLDate& date, const PLTime* time);
 // The same date and time read as UTC (timegm), as all-day events are stored.
 long PLDateUTC2TimeStamp(const PLDate* date, const PLTime* time);
+long PLDateUTC2TimeStamp(const PLDate& date, const PLTime* time);
 // The local date and time of a stamp; either output may be null.
 void TimeStamp2PLDate(long stamp, PLDate* date, PLTime* time);
 // The UTC date and time of a stamp; either output may be null.

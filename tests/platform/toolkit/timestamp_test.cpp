@@ -60,8 +60,8 @@ TEST(PLTimeStampTest, NullTimeIsMidnightAndUtcIgnoresTheZone) {
     ScopedTZ zone("America/New_York");
     const PLDate date(2026, 7, 1);
     const PLTime midnight(0, 0, 0);
-    EXPECT_EQ(PLDate2TimeStamp(&date, nullptr), PLDate2TimeStamp(date, midnight));
-    EXPECT_EQ(PLDateUTC2TimeStamp(&date, nullptr), UtcSeconds(2026, 7, 1));
+    EXPECT_EQ(PLDate2TimeStamp(date, nullptr), PLDate2TimeStamp(date, midnight));
+    EXPECT_EQ(PLDateUTC2TimeStamp(date, nullptr), UtcSeconds(2026, 7, 1));
     EXPECT_EQ(PLDate2TimeStamp(nullptr, &midnight), 0);
     PLDate utcDate;
     PLTime utcTime;
@@ -103,7 +103,6 @@ TEST(PLTimeStampTest, ChangeTimeStampKeepsTheLocalTimeOfDay) {
 }
 
 TEST(PLTimeStampTest, DateText) {
-    // clang-format off
     struct Row {
         const char* name;
         long format;
@@ -114,7 +113,6 @@ TEST(PLTimeStampTest, DateText) {
         {"month first", 2, "03/07/2026"},
         {"unknown format is iso", 9, "2026-03-07"},
     };
-    // clang-format on
     ScopedTZ zone("America/New_York");
     // 02:00 UTC on the 7th is still the 6th in New York.
     const long stamp = UtcSeconds(2026, 3, 7, 2, 0, 0);
@@ -127,7 +125,6 @@ TEST(PLTimeStampTest, DateText) {
 }
 
 TEST(PLTimeTest, TwelveAndTwentyFourHourText) {
-    // clang-format off
     struct Row {
         const char* name;
         PLTime time;
@@ -141,7 +138,6 @@ TEST(PLTimeTest, TwelveAndTwentyFourHourText) {
         {"afternoon", PLTime(13, 5, 0), "13:05", "1:05 PM"},
         {"last minute", PLTime(23, 59, 0), "23:59", "11:59 PM"},
     };
-    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(PLTime::GetStr(row.time, kPLTimeFormat24).str(), row.h24);
@@ -154,7 +150,6 @@ TEST(PLTimeStampTest, NumberTextConversions) {
     EXPECT_EQ(PLNumToString(-42).str(), "-42");
     EXPECT_EQ(PLNumToString(0).str(), "0");
     EXPECT_EQ(PLUnsignedIntToString(4294967295UL).str(), "4294967295");
-    // clang-format off
     struct Row {
         const char* name;
         const char* text;
@@ -170,7 +165,6 @@ TEST(PLTimeStampTest, NumberTextConversions) {
         {"saturates", "4294967296", 4294967295UL},
         {"very long", "99999999999999999999999999", 4294967295UL},
     };
-    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(PLStringToUnsigned(PLBasicString<char>(row.text)), row.value);
