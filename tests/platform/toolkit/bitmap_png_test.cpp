@@ -1,29 +1,18 @@
 // PNG files: round trip, every colour type read as ARGB, and damaged files refused with a message.
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "PLBitmap.h"
+#include "PLResourceFileManager.h"
+#include "toolkit_support.h"
 
 namespace {
 
 using Bytes = std::vector<uint8_t>;
-
-uint32_t Crc32(const uint8_t* data, size_t size) {
-    uint32_t crc = 0xFFFFFFFFu;
-    for (size_t i = 0; i < size; ++i) {
-        crc ^= data[i];
-        for (int k = 0; k < 8; ++k) {
-            crc = (crc >> 1) ^ (0xEDB88320u & (0u - (crc & 1u)));
-        }
-    }
-    return ~crc;
-}
 
 void Put32(Bytes& out, uint32_t v) {
     for (int shift = 24; shift >= 0; shift -= 8) {
@@ -36,7 +25,7 @@ void Chunk(Bytes& out, const char* type, const Bytes& data) {
     Bytes typed(type, type + 4);
     typed.insert(typed.end(), data.begin(), data.end());
     out.insert(out.end(), typed.begin(), typed.end());
-    Put32(out, Crc32(typed.data(), typed.size()));
+    Put32(out, PLResourceFileManager::Checksum(typed.data(), typed.size()));
 }
 
 // A PNG written by hand: the scanlines (each with its filter byte 0) go into one stored, that is
@@ -77,23 +66,16 @@ Bytes MakePng(uint32_t width, uint32_t height, uint8_t depth, uint8_t colorType,
 
 class BitmapPngTest : public ::testing::Test {
 protected:
-    void SetUp() override {
-        mDir = std::filesystem::temp_directory_path() /
-               ("pl-png-" + std::to_string(::getpid()) + "-" +
-                ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        std::filesystem::create_directories(mDir);
-    }
-    void TearDown() override { std::filesystem::remove_all(mDir); }
     std::string Write(const std::string& name, const Bytes& bytes) {
-        const std::string path = (mDir / name).string();
+        const std::string path = Path(name);
         std::ofstream(path, std::ios::binary)
             .write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
         return path;
     }
-    std::string Path(const std::string& name) const { return (mDir / name).string(); }
+    std::string Path(const std::string& name) const { return mDir.Path() + "/" + name; }
 
 private:
-    std::filesystem::path mDir;
+    ScratchRoot mDir;
 };
 
 TEST_F(BitmapPngTest, SavedBitmapReadsBackPixelForPixel) {

@@ -13,7 +13,6 @@
 namespace {
 
 TEST(PLDeviceRootTest, ResolveStaysInsideTheRoot) {
-    // clang-format off
     struct Row {
         const char* name;
         const char* root;
@@ -33,7 +32,6 @@ TEST(PLDeviceRootTest, ResolveStaysInsideTheRoot) {
         {"only dotdot", "/r", "/..", "/r/"},
         {"the root itself", "/r", "/", "/r/"},
     };
-    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLDeviceRoot::SetRoot(row.root);
@@ -43,7 +41,6 @@ TEST(PLDeviceRootTest, ResolveStaysInsideTheRoot) {
 }
 
 TEST(PLDeviceRootTest, DefaultRootFromEnvironment) {
-    // clang-format off
     struct Row {
         const char* name;
         const char* xdg;  // null: unset
@@ -56,7 +53,6 @@ TEST(PLDeviceRootTest, DefaultRootFromEnvironment) {
         {"empty xdg", "", "/home/u", "/home/u/.local/share/calendar-sim/device"},
         {"relative xdg ignored", "rel", "/home/u", "/home/u/.local/share/calendar-sim/device"},
     };
-    // clang-format on
     const std::string oldHome = std::getenv("HOME") ? std::getenv("HOME") : "";
     const char* oldXdgRaw = std::getenv("XDG_DATA_HOME");
     const std::string oldXdg = oldXdgRaw ? oldXdgRaw : "";
@@ -87,7 +83,6 @@ TEST(PLFileTest, OpenResults) {
     std::ofstream(root.Path() + "/tmp/locked.txt") << "secret";
     chmod((root.Path() + "/tmp/locked.txt").c_str(), 0);
     const bool privileged = geteuid() == 0;  // root ignores permissions
-    // clang-format off
     struct Row {
         const char* name;
         const char* path;
@@ -97,12 +92,12 @@ TEST(PLFileTest, OpenResults) {
         {"existing file", "/tmp/present.txt", PLFile::kRead, PLFile::kOK},
         {"missing file", "/tmp/absent.txt", PLFile::kRead, PLFile::kNotFound},
         {"missing folder", "/nowhere/x.txt", PLFile::kWrite, PLFile::kNotFound},
-        {"unreadable", "/tmp/locked.txt", PLFile::kRead, privileged ? PLFile::kOK : PLFile::kAccessDenied},
+        {"unreadable", "/tmp/locked.txt", PLFile::kRead,
+         privileged ? PLFile::kOK : PLFile::kAccessDenied},
         {"a directory", "/tmp", PLFile::kRead, PLFile::kError},
         {"unknown mode", "/tmp/present.txt", 7, PLFile::kError},
         {"new file", "/tmp/new.txt", PLFile::kWrite, PLFile::kOK},
     };
-    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLFile file;

@@ -45,94 +45,43 @@ TEST(DrawPrimitives, ShapesLandOnExactlyTheirPixels) {
         size_t changedCount;
         std::vector<Probe> probes;
     };
+    // clang-format off
     const std::vector<Row> rows = {
         {"fill: bottom row and right column excluded",
-         [](PLDrawContext& c) {
-             c.FillRect({2, 3, 5, 8}, kInkColor);
-         },
-         15,
-         {{3, 2, kInk}, {7, 4, kInk}, {8, 4, kGround}, {3, 5, kGround}, {2, 2, kGround}}},
+         [](auto& c) { c.FillRect({2, 3, 5, 8}, kInkColor); },
+         15, {{3, 2, kInk}, {7, 4, kInk}, {8, 4, kGround}, {3, 5, kGround}, {2, 2, kGround}}},
         {"fill with the fore colour",
-         [](PLDrawContext& c) {
-             c.SetForeColor(kInkColor);
-             c.FillRect({0, 0, 1, 4});
-         },
-         4,
-         {{0, 0, kInk}, {3, 0, kInk}, {4, 0, kGround}}},
+         [](auto& c) { c.SetForeColor(kInkColor); c.FillRect({0, 0, 1, 4}); },
+         4, {{0, 0, kInk}, {3, 0, kInk}, {4, 0, kGround}}},
         {"empty and inverted rectangles draw nothing",
-         [](PLDrawContext& c) {
-             c.FillRect({5, 5, 5, 9}, kInkColor);
-             c.FillRect({9, 9, 4, 4}, kInkColor);
-             c.FrameRect({9, 9, 4, 4}, kInkColor);
-         },
-         0,
-         {}},
+         [](auto& c) { c.FillRect({5, 5, 5, 9}, kInkColor); c.FillRect({9, 9, 4, 4}, kInkColor); c.FrameRect({9, 9, 4, 4}, kInkColor); },
+         0, {}},
         {"frame: a one-pixel ring inside the rectangle",
-         [](PLDrawContext& c) {
-             c.FrameRect({2, 3, 6, 9}, kInkColor);
-         },
-         16,
-         {{3, 2, kInk},
-          {8, 5, kInk},
-          {3, 5, kInk},
-          {8, 2, kInk},
-          {5, 4, kGround},
-          {9, 2, kGround}}},
+         [](auto& c) { c.FrameRect({2, 3, 6, 9}, kInkColor); },
+         16, {{3, 2, kInk}, {8, 5, kInk}, {3, 5, kInk}, {8, 2, kInk}, {5, 4, kGround}, {9, 2, kGround}}},
         {"frame of a single row",
-         [](PLDrawContext& c) {
-             c.FrameRect({4, 0, 5, 6}, kInkColor);
-         },
-         6,
-         {{0, 4, kInk}, {5, 4, kInk}}},
+         [](auto& c) { c.FrameRect({4, 0, 5, 6}, kInkColor); }, 6, {{0, 4, kInk}, {5, 4, kInk}}},
         {"shallow line: both ends drawn, one pixel per column",
-         [](PLDrawContext& c) {
-             c.DrawLine({1, 1}, {4, 10}, kInkColor);
-         },
-         10,
-         {{1, 1, kInk}, {10, 4, kInk}, {11, 4, kGround}}},
+         [](auto& c) { c.DrawLine({1, 1}, {4, 10}, kInkColor); },
+         10, {{1, 1, kInk}, {10, 4, kInk}, {11, 4, kGround}}},
         {"the same line drawn backwards keeps its ends",
-         [](PLDrawContext& c) {
-             c.DrawLine({4, 10}, {1, 1}, kInkColor);
-         },
-         10,
-         {{1, 1, kInk}, {10, 4, kInk}}},
+         [](auto& c) { c.DrawLine({4, 10}, {1, 1}, kInkColor); },
+         10, {{1, 1, kInk}, {10, 4, kInk}}},
         {"steep line: one pixel per row",
-         [](PLDrawContext& c) {
-             c.DrawLine({0, 2}, {9, 5}, kInkColor);
-         },
-         10,
-         {{2, 0, kInk}, {5, 9, kInk}}},
+         [](auto& c) { c.DrawLine({0, 2}, {9, 5}, kInkColor); }, 10, {{2, 0, kInk}, {5, 9, kInk}}},
         {"vertical line includes both ends",
-         [](PLDrawContext& c) {
-             c.DrawLine({2, 5}, {9, 5}, kInkColor);
-         },
-         8,
-         {{5, 2, kInk}, {5, 9, kInk}, {5, 10, kGround}}},
+         [](auto& c) { c.DrawLine({2, 5}, {9, 5}, kInkColor); },
+         8, {{5, 2, kInk}, {5, 9, kInk}, {5, 10, kGround}}},
         {"a line of no length is one pixel",
-         [](PLDrawContext& c) {
-             c.DrawLine({3, 3}, {3, 3}, kInkColor);
-         },
-         1,
-         {{3, 3, kInk}}},
-        {"set pixel",
-         [](PLDrawContext& c) {
-             c.SetPixel({7, 2}, kInkColor);
-         },
-         1,
-         {{2, 7, kInk}}},
+         [](auto& c) { c.DrawLine({3, 3}, {3, 3}, kInkColor); }, 1, {{3, 3, kInk}}},
+        {"set pixel", [](auto& c) { c.SetPixel({7, 2}, kInkColor); }, 1, {{2, 7, kInk}}},
         {"half-transparent fill blends over the ground",
-         [](PLDrawContext& c) {
-             c.FillRect({0, 0, 1, 1}, PLRGBColor(255, 255, 255, 128));
-         },
-         1,
-         {{0, 0, 0xFF889098}}},
+         [](auto& c) { c.FillRect({0, 0, 1, 1}, PLRGBColor(255, 255, 255, 128)); },
+         1, {{0, 0, 0xFF889098}}},
         {"fully transparent fill leaves the ground",
-         [](PLDrawContext& c) {
-             c.FillRect({0, 0, 10, 10}, PLRGBColor(255, 255, 255, 0));
-         },
-         0,
-         {}},
+         [](auto& c) { c.FillRect({0, 0, 10, 10}, PLRGBColor(255, 255, 255, 0)); }, 0, {}},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLBitmap target = Ground(20, 12);
@@ -154,65 +103,34 @@ TEST(DrawPrimitives, WildCoordinatesNeverReachOutsideTheClip) {
         std::function<void(PLDrawContext&)> draw;
         long changedInside;  // -1: some, but how many depends on the font
     };
+    // clang-format off
     const std::vector<Row> rows = {
         {"fill of the whole integer range",
-         [](PLDrawContext& c) {
-             c.FillRect({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, kInkColor);
-         },
-         100},
+         [](auto& c) { c.FillRect({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, kInkColor); }, 100},
         {"frame of the whole integer range (its edges are far away)",
-         [](PLDrawContext& c) {
-             c.FrameRect({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, kInkColor);
-         },
-         0},
+         [](auto& c) { c.FrameRect({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, kInkColor); }, 0},
         {"diagonal across the integer range",
-         [](PLDrawContext& c) {
-             c.DrawLine({INT_MIN, INT_MIN}, {INT_MAX, INT_MAX}, kInkColor);
-         },
-         10},
+         [](auto& c) { c.DrawLine({INT_MIN, INT_MIN}, {INT_MAX, INT_MAX}, kInkColor); }, 10},
         {"horizontal line from far left to far right",
-         [](PLDrawContext& c) {
-             c.DrawLine({3, -2000000000}, {3, 2000000000}, kInkColor);
-         },
-         10},
-        {"line entirely outside",
-         [](PLDrawContext& c) {
-             c.DrawLine({-50, -40}, {-1, 500}, kInkColor);
-         },
-         0},
+         [](auto& c) { c.DrawLine({3, -2000000000}, {3, 2000000000}, kInkColor); }, 10},
+        {"line entirely outside", [](auto& c) { c.DrawLine({-50, -40}, {-1, 500}, kInkColor); }, 0},
         {"pixels at the extremes",
-         [](PLDrawContext& c) {
-             c.SetPixel({INT_MIN, INT_MIN}, kInkColor);
-             c.SetPixel({INT_MAX, INT_MAX}, kInkColor);
-             c.SetPixel({-1, 0}, kInkColor);
-         },
+         [](auto& c) { c.SetPixel({INT_MIN, INT_MIN}, kInkColor); c.SetPixel({INT_MAX, INT_MAX}, kInkColor); c.SetPixel({-1, 0}, kInkColor); },
          0},
         {"bitmap at the far ends",
-         [&badge](PLDrawContext& c) {
-             c.DrawBitmap(badge, {INT_MAX, INT_MAX});
-             c.DrawBitmap(badge, {INT_MIN, INT_MIN});
-         },
+         [&badge](auto& c) { c.DrawBitmap(badge, {INT_MAX, INT_MAX}); c.DrawBitmap(badge, {INT_MIN, INT_MIN}); },
          0},
         {"bitmap with a source rectangle of the whole integer range",
-         [&badge](PLDrawContext& c) {
-             c.DrawBitmap(badge, {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {-3, -3});
-         },
+         [&badge](auto& c) { c.DrawBitmap(badge, {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {-3, -3}); },
          0},
         {"text in a rectangle of the whole integer range",
-         [](PLDrawContext& c) {
-             c.SetTextColor(kInkColor);
-             c.DrawString("WWWWWWWW", {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {INT_MAX, INT_MAX}, -1,
-                          false, kPLJustifyRight);
-             c.DrawString("WWWW", {-5, -5, 30, 30}, kNullPoint, -1, false, kPLJustifyLeft);
-         },
+         [](auto& c) { c.SetTextColor(kInkColor); c.DrawString("WWWWWWWW", {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {INT_MAX, INT_MAX}, -1, false, kPLJustifyRight); c.DrawString("WWWW", {-5, -5, 30, 30}, kNullPoint, -1, false, kPLJustifyLeft); },
          -1},
         {"a narrower clip narrows further",
-         [](PLDrawContext& c) {
-             c.ClipTo({2, 2, INT_MAX, 4});
-             c.FillRect({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, kInkColor);
-         },
+         [](auto& c) { c.ClipTo({2, 2, INT_MAX, 4}); c.FillRect({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, kInkColor); },
          16},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLBitmap target = Ground(30, 20);
@@ -247,24 +165,17 @@ TEST(DrawPrimitives, BitmapPartIsCopiedWithAlphaBlending) {
         size_t changed;
         std::vector<Probe> probes;
     };
+    // clang-format off
     const std::vector<Row> rows = {
         {"whole bitmap: transparent column untouched",
-         {0, 0, 4, 4},
-         {2, 3},
-         12,
-         {{3, 2, kGround}, {5, 2, 0xFF0000FF}, {6, 5, 0xFFB400FF}}},
+         {0, 0, 4, 4}, {2, 3}, 12, {{3, 2, kGround}, {5, 2, 0xFF0000FF}, {6, 5, 0xFFB400FF}}},
         {"source part lands at its position",
-         {1, 2, 3, 4},
-         {0, 0},
-         4,
-         {{0, 0, 0xFF3C00FF}, {1, 1, 0xFF7800FF}, {2, 0, kGround}}},
+         {1, 2, 3, 4}, {0, 0}, 4, {{0, 0, 0xFF3C00FF}, {1, 1, 0xFF7800FF}, {2, 0, kGround}}},
         {"half-transparent column is blended", {0, 1, 1, 2}, {0, 0}, 1, {{0, 0, 0xFF081098}}},
         {"source part partly outside the bitmap keeps its placement",
-         {-2, -2, 2, 4},
-         {0, 0},
-         6,
-         {{4, 2, 0xFF0000FF}, {4, 3, 0xFF3C00FF}, {3, 2, 0xFF081098}, {2, 2, kGround}}},
+         {-2, -2, 2, 4}, {0, 0}, 6, {{4, 2, 0xFF0000FF}, {4, 3, 0xFF3C00FF}, {3, 2, 0xFF081098}, {2, 2, kGround}}},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLBitmap target = Ground(10, 8);
@@ -294,43 +205,24 @@ TEST(DrawPrimitives, CopyPixelsClipsBothRectangles) {
         size_t changed;
         std::vector<Probe> probes;
     };
+    // clang-format off
     const std::vector<Row> rows = {
         {"whole to whole",
-         {0, 0, 4, 4},
-         {1, 1, 5, 5},
-         16,
-         {{1, 1, 0xFF000001}, {4, 4, 0xFF000010}}},
+         {0, 0, 4, 4}, {1, 1, 5, 5}, 16, {{1, 1, 0xFF000001}, {4, 4, 0xFF000010}}},
         {"smaller extent wins",
-         {0, 0, 4, 4},
-         {0, 0, 2, 3},
-         6,
-         {{2, 1, 0xFF000007}, {3, 0, kGround}}},
+         {0, 0, 4, 4}, {0, 0, 2, 3}, 6, {{2, 1, 0xFF000007}, {3, 0, kGround}}},
         {"source partly outside",
-         {-1, -1, 2, 2},
-         {0, 0, 3, 3},
-         4,
-         {{0, 0, kGround}, {1, 1, 0xFF000001}, {2, 2, 0xFF000006}}},
+         {-1, -1, 2, 2}, {0, 0, 3, 3}, 4, {{0, 0, kGround}, {1, 1, 0xFF000001}, {2, 2, 0xFF000006}}},
         {"destination partly outside",
-         {0, 0, 4, 4},
-         {-2, 4, 2, 8},
-         8,
-         {{4, 0, 0xFF000009}, {5, 1, 0xFF00000E}, {3, 0, kGround}}},
+         {0, 0, 4, 4}, {-2, 4, 2, 8}, 8, {{4, 0, 0xFF000009}, {5, 1, 0xFF00000E}, {3, 0, kGround}}},
         {"huge rectangles at the same place copy in place",
-         {INT_MIN, INT_MIN, INT_MAX, INT_MAX},
-         {INT_MIN, INT_MIN, INT_MAX, INT_MAX},
-         16,
-         {{3, 3, 0xFF000010}}},
+         {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, 16, {{3, 3, 0xFF000010}}},
         {"huge source beside a small destination",
-         {INT_MIN, INT_MIN, INT_MAX, INT_MAX},
-         {0, 0, 4, 4},
-         0,
-         {}},
+         {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {0, 0, 4, 4}, 0, {}},
         {"stretching a column across, as a header band is made",
-         {0, 1, 4, 2},
-         {0, 5, 4, 6},
-         4,
-         {{5, 0, 0xFF000002}, {5, 3, 0xFF00000E}}},
+         {0, 1, 4, 2}, {0, 5, 4, 6}, 4, {{5, 0, 0xFF000002}, {5, 3, 0xFF00000E}}},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLBitmap target = Ground(8, 5);

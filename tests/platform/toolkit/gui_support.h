@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <deque>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,15 +17,24 @@
 #include "PLScreen.h"
 #include "PLView.h"
 
-// Hands out queued events; runs dry when the queue is empty. `beforeEach` runs at every call,
-// while the loop is idle, so a test can look at the state between events.
+inline PLEvent Pen(PLEvent::Kind kind, int x, int y) {
+    PLEvent e;
+    e.kind = kind;
+    e.point = {y, x};
+    return e;
+}
+
+inline PLEvent Key(uint8_t code) {
+    PLEvent e;
+    e.kind = PLEvent::Kind::Key;
+    e.key = code;
+    return e;
+}
+
+// Hands out queued events; runs dry when the queue is empty.
 class FakeEventSource : public PLEventSource {
 public:
-    bool NextEvent(PLEventLoop& loop, PLEvent& event) override {
-        ++calls;
-        if (beforeEach) {
-            beforeEach(loop);
-        }
+    bool NextEvent(PLEventLoop&, PLEvent& event) override {
         if (events.empty()) {
             return false;
         }
@@ -34,22 +42,7 @@ public:
         events.pop_front();
         return true;
     }
-    void Pen(PLEvent::Kind kind, int x, int y) {
-        PLEvent e;
-        e.kind = kind;
-        e.point = {y, x};
-        events.push_back(e);
-    }
-    void Key(uint8_t code) {
-        PLEvent e;
-        e.kind = PLEvent::Kind::Key;
-        e.key = code;
-        events.push_back(e);
-    }
-
     std::deque<PLEvent> events;
-    std::function<void(PLEventLoop&)> beforeEach;
-    int calls = 0;
 };
 
 // Records every pen and key call as a line "<name> <what> <x>,<y>" in a shared log; paints its

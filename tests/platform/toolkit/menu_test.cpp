@@ -12,7 +12,6 @@ TEST(PLMenuTest, SelectionByIndexAndID) {
     menu.AddMenuItem(new PLMenuItem("Day", 11301));
     menu.AddMenuItem(nullptr);  // ignored
     ASSERT_EQ(menu.GetItemCount(), 3u);
-    // clang-format off
     struct Row {
         const char* name;
         bool byID;
@@ -29,7 +28,6 @@ TEST(PLMenuTest, SelectionByIndexAndID) {
         {"by id", true, 11201, true, 2, 11201},
         {"unknown id keeps", true, 99, false, 2, 11201},
     };
-    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         const bool ok = row.byID ? menu.SetSelectedItemByID(uint32_t(row.indexOrID))

@@ -21,16 +21,15 @@ void ExpectSame(const PLMessage& a, const PLMessage& b) {
 }
 
 TEST(PLMessageTest, StreamRoundTrip) {
-    // clang-format off
     struct Row {
         const char* name;
         PLMessage message;
     } rows[] = {
         {"exit message", Sample()},
         {"empty names", PLMessage(PLFourCC("CREC"), 11630, kPLWildcard, "", "")},
-        {"extreme numbers and binary text", PLMessage(0xFFFFFFFF, 0, 0x80000000, PLString("a\0b", 3), "\xE4\xB8\xAD")},
+        {"extreme numbers and binary text",
+         PLMessage(0xFFFFFFFF, 0, 0x80000000, PLString("a\0b", 3), "\xE4\xB8\xAD")},
     };
-    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLStream stream;
@@ -56,7 +55,6 @@ TEST(PLMessageTest, ShortOrCorruptStreamLeavesTheMessageUnchanged) {
     PLStream full;
     Sample().WriteData(full);
     const std::vector<uint8_t>& bytes = full.Bytes();
-    // clang-format off
     struct Row {
         const char* name;
         std::vector<uint8_t> bytes;
@@ -67,7 +65,6 @@ TEST(PLMessageTest, ShortOrCorruptStreamLeavesTheMessageUnchanged) {
         {"inside the second name", std::vector<uint8_t>(bytes.begin(), bytes.end() - 1)},
         {"huge name length", {1, 0, 0, 0, 2, 0, 0, 0, 3, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 'x'}},
     };
-    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLStream stream(row.bytes);

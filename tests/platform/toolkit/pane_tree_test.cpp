@@ -4,7 +4,6 @@
 #include <set>
 #include <string>
 
-#include "PLMessage.h"
 #include "gui_support.h"
 
 namespace {
@@ -15,15 +14,6 @@ public:
     MortalPane(std::string name, std::set<std::string>* dead, uint32_t id = 1)
         : PLView(id, {0, 0}, {10, 10}), mName(std::move(name)), mDead(dead) {}
     ~MortalPane() override { mDead->insert(mName); }
-    // A "ctrl" message makes the pane close itself, as a dialog's button would.
-    void Listen(PLMessage* message) override {
-        if (message->GetMessageID() == kPLMsgControl) {
-            Close(true, true);
-            closedInsideListen = true;
-        }
-    }
-    const std::string& Name() const { return mName; }
-    bool closedInsideListen = false;
 
 private:
     std::string mName;
@@ -73,7 +63,7 @@ TEST_F(PaneTreeTest, FindPaneSearchesThisPaneFirstThenDepthFirstInZOrder) {
     }
 }
 
-TEST_F(PaneTreeTest, AddingAPaneThatHasAParentMovesIt) {
+TEST_F(PaneTreeTest, SubPanesMoveInsertAndComeBackToTheirCaller) {
     auto* first = new MortalPane("first", &dead);
     auto* second = new MortalPane("second", &dead);
     auto* child = new MortalPane("child", &dead);
@@ -81,113 +71,62 @@ TEST_F(PaneTreeTest, AddingAPaneThatHasAParentMovesIt) {
     root->AddSubPane(second, false);
     first->AddSubPane(child, false);
 
-    second->AddSubPane(child, false);
+    second->AddSubPane(child, false);  // a pane that has a parent is moved
     EXPECT_EQ(child->GetParent(), second);
     EXPECT_TRUE(first->GetSubPanes().empty());
-    ASSERT_EQ(second->GetSubPanes().size(), 1u);
-
-    // Adding a sub-pane again to the same parent brings it to the top.
-    root->AddSubPane(first, false);
-    ASSERT_EQ(root->GetSubPanes().size(), 2u);
-    EXPECT_EQ(root->GetSubPanes().back(), first);
-    EXPECT_TRUE(dead.empty());
-}
-
-TEST_F(PaneTreeTest, InsertSubPaneClampsTheIndex) {
-    auto* bottom = new MortalPane("bottom", &dead);
-    auto* top = new MortalPane("top", &dead);
+    root->AddSubPane(first, false);  // adding again brings it to the top
+    EXPECT_EQ(root->GetSubPanes(), (std::vector<PLPane*>{second, first}));
     auto* middle = new MortalPane("middle", &dead);
-    root->AddSubPane(bottom, false);
-    root->AddSubPane(top, false);
-    root->InsertSubPane(middle, 1, false);
     auto* far = new MortalPane("far", &dead);
-    root->InsertSubPane(far, 99, false);
-    const std::vector<PLPane*> expected = {bottom, middle, top, far};
-    EXPECT_EQ(root->GetSubPanes(), expected);
+    root->InsertSubPane(middle, 1, false);
+    root->InsertSubPane(far, 99, false);  // the index is clamped
+    EXPECT_EQ(root->GetSubPanes(), (std::vector<PLPane*>{second, middle, first, far}));
+    EXPECT_TRUE(dead.empty());
+
+    EXPECT_FALSE(root->RemoveSubPane(child)) << "a grandchild is not a sub-pane";
+    EXPECT_TRUE(second->RemoveSubPane(child));
+    EXPECT_EQ(child->GetParent(), nullptr);
+    EXPECT_FALSE(second->RemoveSubPane(child)) << "not a sub-pane any more";
+    second->AddSubPane(child, false);
+    EXPECT_TRUE(root->RemoveSubPane(second));
+    delete second;
+    EXPECT_EQ(dead, (std::set<std::string>{"second", "child"})) << "a parent deletes its own";
+    delete far;  // deleting an attached pane detaches it
+    EXPECT_EQ(root->GetSubPanes(), (std::vector<PLPane*>{middle, first}));
 }
 
-TEST_F(PaneTreeTest, RemoveSubPaneHandsOwnershipBack) {
-    auto* parent = new MortalPane("parent", &dead);
-    auto* kept = new MortalPane("kept", &dead);
-    auto* owned = new MortalPane("owned", &dead);
-    root->AddSubPane(parent, false);
-    parent->AddSubPane(kept, false);
-    parent->AddSubPane(owned, false);
-
-    EXPECT_TRUE(parent->RemoveSubPane(kept));
-    EXPECT_EQ(kept->GetParent(), nullptr);
-    EXPECT_FALSE(parent->RemoveSubPane(kept)) << "not a sub-pane any more";
-    EXPECT_FALSE(root->RemoveSubPane(owned)) << "a grandchild is not a sub-pane";
-
-    EXPECT_TRUE(root->RemoveSubPane(parent));
-    delete parent;
-    EXPECT_EQ(dead, (std::set<std::string>{"parent", "owned"}));
-    delete kept;
-    EXPECT_EQ(dead.count("kept"), 1u);
-}
-
-TEST_F(PaneTreeTest, DeletingAnAttachedPaneDetachesIt) {
-    auto* child = new MortalPane("child", &dead);
-    root->AddSubPane(child, false);
-    delete child;
-    EXPECT_TRUE(root->GetSubPanes().empty());
-}
-
-TEST_F(PaneTreeTest, CloseWithDestroyDeletesAtTheNextIdleMoment) {
+TEST_F(PaneTreeTest, CloseDetachesAtOnceAndDestroysOnlyAtTheNextIdleMoment) {
     struct Row {
         const char* name;
         bool destroy;
-        bool deletedAfterIdle;
+        bool ownerDeletesFirst;  // the owner changed its mind and deleted it at once
     };
     const Row rows[] = {
-        {"close and destroy", true, true},
+        {"close and destroy", true, false},
         {"close only", false, false},
+        {"close and destroy, then deleted by its owner: once only", true, true},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         dead.clear();
         auto* dialog = new MortalPane("dialog", &dead);
         root->AddSubPane(dialog, false);
+        Loop().SetTarget(dialog);
+        dialog->StartTracking();
         dialog->Close(row.destroy, false);
         EXPECT_EQ(dialog->GetParent(), nullptr);
-        EXPECT_TRUE(dead.empty()) << "never deleted before the idle work";
-        Loop().ProcessIdle();
-        EXPECT_EQ(dead.count("dialog") == 1, row.deletedAfterIdle);
-        if (!row.deletedAfterIdle) {
+        EXPECT_TRUE(dead.empty()) << "never deleted inside the call, so a pane may close itself";
+        if (row.ownerDeletesFirst) {
             delete dialog;
         }
+        Loop().ProcessIdle();
+        EXPECT_EQ(dead.count("dialog"), row.destroy ? 1u : 0u);
+        if (!row.destroy) {
+            delete dialog;
+        }
+        EXPECT_EQ(Loop().GetTarget(), nullptr) << "a deleted pane is forgotten by the loop";
+        EXPECT_EQ(Loop().GetTrackingPane(), nullptr);
     }
-}
-
-TEST_F(PaneTreeTest, PaneMayCloseItselfInsideItsOwnListen) {
-    auto* dialog = new MortalPane("dialog", &dead);
-    root->AddSubPane(dialog, false);
-    PLMessage pressed(kPLMsgControl, 1, 0, kEmptyString, kEmptyString);
-    dialog->Listen(&pressed);
-    ASSERT_TRUE(dead.empty());
-    EXPECT_TRUE(dialog->closedInsideListen);
-    Loop().ProcessIdle();
-    EXPECT_EQ(dead.count("dialog"), 1u);
-}
-
-TEST_F(PaneTreeTest, DeletedPaneIsForgottenByTheEventLoop) {
-    auto* pane = new MortalPane("pane", &dead);
-    root->AddSubPane(pane, false);
-    Loop().SetTarget(pane);
-    pane->StartTracking();
-    ASSERT_TRUE(pane->IsTracking());
-    delete pane;
-    EXPECT_EQ(Loop().GetTarget(), nullptr);
-    EXPECT_EQ(Loop().GetTrackingPane(), nullptr);
-}
-
-TEST_F(PaneTreeTest, ClosedPaneDeletedByItsOwnerIsNotDeletedTwice) {
-    auto* pane = new MortalPane("pane", &dead);
-    root->AddSubPane(pane, false);
-    pane->Close(true, false);
-    delete pane;  // the owner changed its mind and deleted it at once
-    Loop().ProcessIdle();
-    EXPECT_EQ(dead.size(), 1u);
 }
 
 TEST_F(PaneTreeTest, ScreenGeometryFollowsLocationsAndScrollOffsets) {

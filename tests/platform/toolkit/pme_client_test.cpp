@@ -85,7 +85,6 @@ TEST_F(PLPMEClientTest, DeliveryByName) {
     client->RegisterListener("com.mdz.wpkhome.v1", &both);
     client->RegisterListener("com.mdz.qnalert.v1", &both);
     client->RegisterListener("com.mdz.other", &other);
-    // clang-format off
     struct Row {
         const char* name;
         const char* recipient;
@@ -98,7 +97,6 @@ TEST_F(PLPMEClientTest, DeliveryByName) {
         {"no names: everyone", "", "", 1, 1, 1, 1},
         {"unknown names: nobody", "a", "b", 0, 0, 0, 0},
     };
-    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         home.calls = alert.calls = both.calls = other.calls = 0;

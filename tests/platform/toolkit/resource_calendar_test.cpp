@@ -1,9 +1,7 @@
-// The compiled calendar.rsc: it loads, holds every id the calendar asks for, and its bitmaps and
-// texts fit the controls that show them.
+// The compiled calendar.rsc: its bitmaps and texts fit the controls that show them (that it holds
+// every required id, the resource compiler checks when it builds the file).
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -45,34 +43,6 @@ protected:
 };
 PLResourceFileManager* CalendarResourceTest::sManager = nullptr;
 bool CalendarResourceTest::sLoaded = false;
-
-TEST_F(CalendarResourceTest, HoldsEveryRequiredId) {
-    std::ifstream in(CAL_SOURCE_DIR "/resources/calendar/required-ids.txt");
-    ASSERT_TRUE(in) << "required-ids.txt not found";
-    std::string line;
-    int checked = 0;
-    while (std::getline(in, line)) {
-        std::istringstream words(line);
-        std::string type;
-        if (!(words >> type) || type[0] == '#') {
-            continue;
-        }
-        uint32_t id = 0;
-        while (words >> id) {
-            SCOPED_TRACE(type + " " + std::to_string(id));
-            if (type == "text") {
-                EXPECT_FALSE(Text(id).empty());
-            } else if (type == "bitm") {
-                EXPECT_NE(Bitmap(id), nullptr);
-            } else {
-                ASSERT_EQ(type, "bitf");
-                EXPECT_NE(Family(id), nullptr);
-            }
-            ++checked;
-        }
-    }
-    EXPECT_GT(checked, 150) << "the list of required ids looks cut short";
-}
 
 TEST_F(CalendarResourceTest, BitmapsHaveTheSizesTheirViewsUse) {
     struct Row {

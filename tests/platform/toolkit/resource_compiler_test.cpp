@@ -107,30 +107,27 @@ TEST_F(ResourceCompilerTest, RefusesBadSourcesWithFileAndLine) {
         std::map<std::string, std::string> files;
         const char* message;  // expected in the output
     };
+    // clang-format off
     const Row rows[] = {
         {"id without text", {{"texts.txt", "1 ok\n10032\n"}}, "texts.txt:2:"},
         {"id not a number", {{"texts.txt", "# c\nabc Month\n"}}, "texts.txt:2:"},
         {"id zero", {{"texts.txt", "0 Zero\n"}}, "texts.txt:1:"},
         {"id too large", {{"texts.txt", "4294967296 Big\n"}}, "texts.txt:1:"},
         {"duplicate text",
-         {{"texts.txt", "5 a\n\n5 b\n"}},
-         "texts.txt:3: text 5 is already defined"},
+         {{"texts.txt", "5 a\n\n5 b\n"}}, "texts.txt:3: text 5 is already defined"},
         {"bad escape", {{"texts.txt", "5 a\\qb\n"}}, "unknown escape"},
         {"trailing backslash", {{"texts.txt", "5 ab\\\n"}}, "backslash ends"},
         {"invalid UTF-8", {{"texts.txt", "5 \xC3(\n"}}, "UTF-8"},
         {"missing texts.txt", {}, "texts.txt: cannot be read"},
         {"unreadable PNG",
-         {{"texts.txt", "1 a\n"}, {"bitmaps/7.png", "not a png"}},
-         "7.png: unreadable PNG"},
+         {{"texts.txt", "1 a\n"}, {"bitmaps/7.png", "not a png"}}, "7.png: unreadable PNG"},
         {"PNG not named by id",
-         {{"texts.txt", "1 a\n"}, {"bitmaps/bell.png", "@png"}},
-         "named by its id"},
+         {{"texts.txt", "1 a\n"}, {"bitmaps/bell.png", "@png"}}, "named by its id"},
         {"family names missing bitmap",
          {{"texts.txt", "1 a\n"}, {"bitmaps/7.png", "@png"}, {"families.txt", "# f\n9 7 8\n"}},
          "families.txt:2: family 9 names bitmap 8"},
         {"family without bitmaps",
-         {{"texts.txt", "1 a\n"}, {"families.txt", "9\n"}},
-         "families.txt:1:"},
+         {{"texts.txt", "1 a\n"}, {"families.txt", "9\n"}}, "families.txt:1:"},
         {"family with zero normal",
          {{"texts.txt", "1 a\n"}, {"bitmaps/7.png", "@png"}, {"families.txt", "9 0 7\n"}},
          "normal bitmap"},
@@ -141,15 +138,13 @@ TEST_F(ResourceCompilerTest, RefusesBadSourcesWithFileAndLine) {
          {{"texts.txt", "1 a\n"}, {"required-ids.txt", "text 1\ntext 1 10032\n"}},
          "required-ids.txt:2: text 10032 is required"},
         {"required bitmap missing",
-         {{"texts.txt", "1 a\n"}, {"required-ids.txt", "bitm 1\n"}},
-         "bitm 1 is required"},
+         {{"texts.txt", "1 a\n"}, {"required-ids.txt", "bitm 1\n"}}, "bitm 1 is required"},
         {"required family missing",
-         {{"texts.txt", "1 a\n"}, {"required-ids.txt", "bitf 1\n"}},
-         "bitf 1 is required"},
+         {{"texts.txt", "1 a\n"}, {"required-ids.txt", "bitf 1\n"}}, "bitf 1 is required"},
         {"required unknown type",
-         {{"texts.txt", "1 a\n"}, {"required-ids.txt", "font 1\n"}},
-         "required-ids.txt:1: 'font'"},
+         {{"texts.txt", "1 a\n"}, {"required-ids.txt", "font 1\n"}}, "required-ids.txt:1: 'font'"},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         fs::remove_all(mDir / "src");

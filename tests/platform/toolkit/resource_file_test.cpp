@@ -1,6 +1,5 @@
 // Resource files: writer and loader agree, and every kind of damaged file is refused cleanly.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdint>
 #include <cstdio>
@@ -16,29 +15,19 @@
 #include "PLDeviceRoot.h"
 #include "PLResourceFileManager.h"
 #include "PLTypes.h"
+#include "toolkit_support.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
 class ResourceFileTest : public ::testing::Test {
 protected:
-    void SetUp() override {
-        mDir = fs::temp_directory_path() /
-               ("rsc-test-" + std::to_string(::getpid()) + "-" +
-                ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::create_directories(mDir);
-    }
-    void TearDown() override { fs::remove_all(mDir); }
-
-    std::string PathOf(const std::string& name) const { return (mDir / name).string(); }
-
+    std::string PathOf(const std::string& name) const { return mRoot.Path() + "/" + name; }
     void WriteBytes(const std::string& path, const std::vector<uint8_t>& bytes) const {
         std::ofstream out(path, std::ios::binary | std::ios::trunc);
         out.write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
     }
 
-    fs::path mDir;
+    ScratchRoot mRoot;  // also the device root
 };
 
 // A 3x2 bitmap whose every pixel differs, alpha included.
@@ -161,8 +150,6 @@ TEST_F(ResourceFileTest, LaterFileOverridesAndFailedLoadKeepsEverything) {
 }
 
 TEST_F(ResourceFileTest, DevicePathsResolveUnderTheDeviceRoot) {
-    const std::string savedRoot = PLDeviceRoot::GetRoot();
-    PLDeviceRoot::SetRoot(mDir.string());
     ASSERT_TRUE(PLDeviceRoot::MakeParentDirectories("/root/resource/calendar.rsc"));
     std::string error;
     ASSERT_TRUE(SampleWriter().Write(PLDeviceRoot::Resolve("/root/resource/calendar.rsc"), error))
@@ -171,9 +158,8 @@ TEST_F(ResourceFileTest, DevicePathsResolveUnderTheDeviceRoot) {
     EXPECT_TRUE(manager.LoadFromFile("/root/resource/calendar.rsc", true))
         << manager.GetLastError();
     EXPECT_FALSE(manager.LoadFromFile("/root/resource/other.rsc", true));
-    EXPECT_NE(manager.GetLastError().find(mDir.string()), std::string::npos)
+    EXPECT_NE(manager.GetLastError().find(mRoot.Path()), std::string::npos)
         << "the message names the file actually tried: " << manager.GetLastError();
-    PLDeviceRoot::SetRoot(savedRoot);
 }
 
 TEST(ResourceWriter, RefusesWhatTheLoaderWouldRefuse) {
@@ -209,12 +195,12 @@ TEST(ResourceWriter, RefusesWhatTheLoaderWouldRefuse) {
 TEST_F(ResourceFileTest, FailedWriteLeavesTheOldFile) {
     std::string error;
     ASSERT_TRUE(SampleWriter().Write(PathOf("a.rsc"), error)) << error;
-    auto before = fs::file_size(PathOf("a.rsc"));
+    auto before = std::filesystem::file_size(PathOf("a.rsc"));
     PLResourceFileWriter bad;
     bad.AddText(1, "x");
     bad.AddText(1, "y");
     EXPECT_FALSE(bad.Write(PathOf("a.rsc"), error));
-    EXPECT_EQ(fs::file_size(PathOf("a.rsc")), before);
+    EXPECT_EQ(std::filesystem::file_size(PathOf("a.rsc")), before);
     PLResourceFileManager manager(1, true);
     EXPECT_TRUE(manager.LoadFromFile(PathOf("a.rsc"), false)) << manager.GetLastError();
 }
@@ -284,6 +270,7 @@ TEST_F(ResourceFileTest, RefusesEachKindOfDamageWithAClearMessage) {
         bool reseal;
         const char* message;
     };
+    // clang-format off
     const Row rows[] = {
         {"bad magic", oneText, 0, 0x53524C51, false, "magic"},
         {"bad version", oneText, 4, 2, false, "version 2"},
@@ -293,24 +280,12 @@ TEST_F(ResourceFileTest, RefusesEachKindOfDamageWithAClearMessage) {
         {"length past the end", oneText, kLength, 0xFFFFFFFF, true, "outside the data"},
         {"offset inside the table", oneText, kOffset, 4, true, "outside the data"},
         {"fewer pixels than its size",
-         {{kPLResBitmap, 2, Words({2, 2, 0, 0, 0})}},
-         kNone,
-         0,
-         false,
-         "expected 24"},
+         {{kPLResBitmap, 2, Words({2, 2, 0, 0, 0})}}, kNone, 0, false, "expected 24"},
         {"more pixels than its size",
-         {{kPLResBitmap, 2, Words({1, 1, 0, 0})}},
-         kNone,
-         0,
-         false,
-         "expected 12"},
+         {{kPLResBitmap, 2, Words({1, 1, 0, 0})}}, kNone, 0, false, "expected 12"},
         {"oversized bitmap", {{kPLResBitmap, 2, Words({5000, 1, 0})}}, kNone, 0, false, "5000x1"},
         {"size that overflows 32 bits",
-         {{kPLResBitmap, 2, Words({0xFFFFFFFF, 0xFFFFFFFF})}},
-         kNone,
-         0,
-         false,
-         "outside"},
+         {{kPLResBitmap, 2, Words({0xFFFFFFFF, 0xFFFFFFFF})}}, kNone, 0, false, "outside"},
         {"bitmap without size fields", {{kPLResBitmap, 2, {1, 2}}}, kNone, 0, false, "shorter"},
         {"duplicate entry", {oneText[0], oneText[0]}, kNone, 0, false, "duplicate"},
         {"family names a missing bitmap",
@@ -328,6 +303,7 @@ TEST_F(ResourceFileTest, RefusesEachKindOfDamageWithAClearMessage) {
         {"text with NUL", {{kPLResText, 1, {'a', 0, 'b'}}}, kNone, 0, false, "NUL"},
         {"text not UTF-8", {{kPLResText, 1, {0xFF, 0xFE}}}, kNone, 0, false, "UTF-8"},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         std::vector<uint8_t> bytes = Build(row.entries);

@@ -175,23 +175,17 @@ TEST(TextRender, JustificationAndVerticalCentringPlaceTheLine) {
         int expectedLineTop;  // where the line box (ascent + descent) starts
     };
     const int centredTop = rect.top + (rect.Height() - lineHeight) / 2;
+    // clang-format off
     const std::vector<Row> rows = {
         {"left with offset", kPLJustifyLeft, true, {0, 4}, rect.left + 4, centredTop},
         {"right with offset", kPLJustifyRight, true, {0, 6}, rect.right - 6 - width, centredTop},
         {"centre ignores the offset",
-         kPLJustifyCenter,
-         true,
-         {0, 9},
-         rect.left + (rect.Width() - width) / 2,
-         centredTop},
+         kPLJustifyCenter, true, {0, 9}, rect.left + (rect.Width() - width) / 2, centredTop},
         {"not centred: top at offset.v", kPLJustifyLeft, false, {5, 0}, rect.left, rect.top + 5},
         {"not centred without offset",
-         kPLJustifyRight,
-         false,
-         {0, 0},
-         rect.right - width,
-         rect.top},
+         kPLJustifyRight, false, {0, 0}, rect.right - width, rect.top},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLBitmap paper = Paper(200, 60);
@@ -220,20 +214,16 @@ TEST(TextRender, LengthLimitsAndClipsToTheRectangle) {
         PLRect rect;
         int expectedInkWidthAtMost;
     };
+    // clang-format off
     const std::vector<Row> rows = {
         {"length draws only the first bytes",
-         "WWWWWW",
-         2,
-         {0, 0, 30, 200},
-         font->MeasureText("WW") + 1},
+         "WWWWWW", 2, {0, 0, 30, 200}, font->MeasureText("WW") + 1},
         {"zero length means all of it", "WW", 0, {0, 0, 30, 200}, font->MeasureText("WW") + 1},
         {"too long for the rectangle is clipped", "WWWWWWWWWWWW", -1, {0, 0, 30, 25}, 25},
         {"a length past the end is the whole text",
-         "WW",
-         99,
-         {0, 0, 30, 200},
-         font->MeasureText("WW") + 1},
+         "WW", 99, {0, 0, 30, 200}, font->MeasureText("WW") + 1},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLBitmap paper = Paper(200, 30);
