@@ -1,6 +1,14 @@
 // Occurrence test of a repeating event (see the header).
 #include "APRecurrenceRule.h"
 
+namespace {
+
+int32_t UsableInterval(int32_t interval) {
+    return interval < 1 ? 1 : interval;
+}
+
+}  // namespace
+
 APRecurrenceRule::APRecurrenceRule(int32_t kind, int32_t a, int32_t b, const PLDate& firstDay,
                                    const PLDate& limitDay)
     : mKind(kind), mA(a), mB(b), mFirst(firstDay), mLimit(limitDay) {}
@@ -47,12 +55,9 @@ bool APRecurrenceRule::PatternDayIs(const PLDate& day, bool clampDay) const {
 }
 
 bool APRecurrenceRule::MonthlyOn(const PLDate& day) const {
-    if (mA < 1) {
-        return false;
-    }
     const int months =
         (int(day.year) - int(mFirst.year)) * 12 + (int(day.month) - int(mFirst.month));
-    if (months % mA != 0) {
+    if (months % UsableInterval(mA) != 0) {
         return false;
     }
     return PatternDayIs(day, false);
@@ -70,18 +75,15 @@ bool APRecurrenceRule::DailyOn(const PLDate& day) const {
         const int weekday = day.Weekday();
         return weekday >= 2 && weekday <= 6;
     }
-    if (mA < 1) {
-        return false;
-    }
-    return (day - mFirst) % mA == 0;
+    return (day - mFirst) % UsableInterval(mA) == 0;
 }
 
 bool APRecurrenceRule::WeeklyOn(const PLDate& day) const {
     const int weekday = day.Weekday();
-    if ((uint32_t(mB) & (1u << (weekday - 1))) == 0 || mA < 1) {
+    if ((uint32_t(mB) & (1u << (weekday - 1))) == 0) {
         return false;
     }
     const int32_t weekOfDay = day.dayNumber - (weekday - 1);
     const int32_t weekOfFirst = mFirst.dayNumber - (mFirst.Weekday() - 1);
-    return ((weekOfDay - weekOfFirst) / 7) % mA == 0;
+    return ((weekOfDay - weekOfFirst) / 7) % UsableInterval(mA) == 0;
 }

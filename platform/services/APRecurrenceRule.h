@@ -3,8 +3,9 @@
 // (clamped to the month) or an n-th weekday; daily every `a` days or on working days; weekly on
 // the weekdays of mask `b` every `a` weeks counted in weeks that begin on Sunday.
 //
-// Any field may be impossible (interval 0, month 13, day 45, unknown kind): such a rule simply has
-// no occurrence; nothing divides by zero or loops.
+// Any field may be impossible. An interval below 1 reads as 1, as the month view reads it, so that
+// both views show the same days; a month 13, a day 45 or an unknown kind simply has no occurrence.
+// Nothing divides by zero or loops.
 #pragma once
 
 #include <cstdint>

@@ -31,6 +31,11 @@ bool ParseId(const std::string& text, int& id) {
     return true;
 }
 
+// Dates whose stamps fit the stored signed 32-bit seconds in every zone.
+bool WithinStamps(const PLDate& date) {
+    return date.year >= 1902 && date.year <= 2037;
+}
+
 // Fills the record's stamps from the command line as the form does.
 bool ReadTimes(const CtlArgs& args, _EventRecInfo& record, std::string& error) {
     const bool allDay = args.Has("--all-day");
@@ -43,6 +48,10 @@ bool ReadTimes(const CtlArgs& args, _EventRecInfo& record, std::string& error) {
     const std::string endText = args.Get("--end", allDay ? args.Get("--start") : "");
     if (!CtlParseDateTime(endText, endDate, endTime, allDay)) {
         error = "--end must be \"YYYY-MM-DD HH:MM\"";
+        return false;
+    }
+    if (!WithinStamps(startDate) || !WithinStamps(endDate)) {
+        error = "--start and --end must lie in the years 1902..2037 (32-bit time stamps)";
         return false;
     }
     record.allDay = allDay ? 1 : 0;
@@ -68,9 +77,12 @@ bool ReadRepeat(const CtlArgs& args, CtlRepeat& repeat, std::string& error) {
     if (!args.Has("--repeat")) {
         return true;
     }
+    // The editors' fields hold at most four digits; larger values would only overflow the
+    // series arithmetic.
     long interval = 1;
-    if (args.Has("--interval") && !CtlParseInt(args.Get("--interval"), interval)) {
-        error = "--interval takes a number";
+    if (args.Has("--interval") &&
+        (!CtlParseInt(args.Get("--interval"), interval) || interval > 9999)) {
+        error = "--interval takes a number up to 9999";
         return false;
     }
     if (!CtlParseRepeat(args.Get("--repeat"), int(interval), repeat, error)) {
@@ -82,16 +94,18 @@ bool ReadRepeat(const CtlArgs& args, CtlRepeat& repeat, std::string& error) {
     }
     if (args.Has("--count")) {
         long count = 0;
-        if (!CtlParseInt(args.Get("--count"), count)) {
-            error = "--count takes a number";
+        if (!CtlParseInt(args.Get("--count"), count) || count > 9999) {
+            error = "--count takes a number up to 9999";
             return false;
         }
         repeat.hasCount = true;
         repeat.count = int(count);
     }
     if (args.Has("--until")) {
-        if (!CtlParseDate(args.Get("--until"), repeat.until)) {
-            error = "--until must be YYYY-MM-DD";
+        // No series runs past the end of 2030, and the date dialog offers no later day.
+        if (!CtlParseDate(args.Get("--until"), repeat.until) ||
+            repeat.until > PLDate(2030, 12, 31)) {
+            error = "--until must be YYYY-MM-DD, at the latest 2030-12-31";
             return false;
         }
         repeat.hasUntil = true;

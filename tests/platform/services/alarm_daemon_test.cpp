@@ -13,178 +13,127 @@ namespace {
 
 using AlarmDaemonTest = StoreRootTest;
 
+// A local time in the row's zone; year 0 is "no time" (stamp 0).
+struct When {
+    int y, m, d, h, mi;
+    long Stamp() const { return y == 0 ? 0 : LocalStamp(y, m, d, h, mi); }
+};
+
+enum class Builder { kDaily, kWorkdays, kWeekly, kMonthDay, kMonthNth, kYearDay, kYearNth };
+
+// One rule builder call: (a, x, y) are its arguments between the time and value C (interval,
+// mask, day, week, weekday, month as the builder takes them), `until` the last-occurrence stamp.
 struct RuleRow {
     const char* name;
     const char* zone;
-    std::function<bool(AP_ALERT_CONTEXT*, long)> build;
-    long time;  // first ring, local
-    bool ok;
-    const char* rule;
-    std::vector<long> next;  // the first ring times from `time` on
+    Builder builder;
+    int a, x, y, c;
+    When until;
+    When first;        // first ring
+    const char* rule;  // empty: the builder refuses
+    std::vector<When> next;
 };
 
-long L(int y, int m, int d, int h, int mi) {
-    return LocalStamp(y, m, d, h, mi);
+bool Build(const RuleRow& r, AP_ALERT_CONTEXT* context, long time) {
+    const long last = r.until.Stamp();
+    switch (r.builder) {
+        case Builder::kDaily:
+            return APAlertDB_MakeDailyRecur(context, time, r.a, r.c, last);
+        case Builder::kWorkdays:
+            return APAlertDB_MakeWeekdayRecur(context, time, r.c, last);
+        case Builder::kWeekly:
+            return APAlertDB_MakeWeeklyRecur(context, time, r.a, r.x, r.c, last);
+        case Builder::kMonthDay:
+            return APAlertDB_MakeMonthlyRecur(context, time, r.a, r.x, r.c, last);
+        case Builder::kMonthNth:
+            return APAlertDB_MakeMonthlyRecur(context, time, r.a, r.x, r.y, r.c, last);
+        case Builder::kYearDay:
+            return APAlertDB_MakeYearlyRecur(context, time, r.a, r.x, r.c, last);
+        case Builder::kYearNth:
+            return APAlertDB_MakeYearlyRecur(context, time, r.a, r.x, r.y, r.c, last);
+    }
+    return false;
 }
 
 TEST_F(AlarmDaemonTest, BuildersWriteRulesThatLibicalExpandsAsMeant) {
-    const long until = UtcStamp(2025, 3, 14, 23, 59, 59);
+    using B = Builder;
+    const When never{};
+    const When end2030{2030, 12, 31, 23, 59};
+    // Rows are laid out by hand: one call, its rule text and its first rings per row.
+    // clang-format off
     const std::vector<RuleRow> rows = {
-        {"daily_count",
-         "UTC",
-         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeDailyRecur(c, t, 2, 5, 0); },
-         UtcStamp(2025, 3, 10, 9, 30),
-         true,
+        {"daily_count", "UTC", B::kDaily, 2, 0, 0, 5, never, {2025, 3, 10, 9, 30},
          "FREQ=DAILY;INTERVAL=2;BYHOUR=9;BYMINUTE=30;BYSECOND=0;COUNT=5",
-         {UtcStamp(2025, 3, 10, 9, 30), UtcStamp(2025, 3, 12, 9, 30), UtcStamp(2025, 3, 14, 9, 30),
-          UtcStamp(2025, 3, 16, 9, 30), UtcStamp(2025, 3, 18, 9, 30)}},
-        {"workdays_until",
-         "UTC",
-         [&](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeWeekdayRecur(c, t, -1, until); },
-         UtcStamp(2025, 3, 13, 8, 0),
-         true,
+         {{2025, 3, 10, 9, 30}, {2025, 3, 12, 9, 30}, {2025, 3, 14, 9, 30}, {2025, 3, 16, 9, 30},
+          {2025, 3, 18, 9, 30}}},
+        {"workdays_until", "UTC", B::kWorkdays, 0, 0, 0, -1, {2025, 3, 14, 23, 59},
+         {2025, 3, 13, 8, 0},
          "FREQ=WEEKLY;INTERVAL=1;WKST=SU;BYDAY=MO,TU,WE,TH,FR;BYHOUR=8;BYMINUTE=0;BYSECOND=0;"
-         "UNTIL=20250314T235959Z",
-         {UtcStamp(2025, 3, 13, 8, 0), UtcStamp(2025, 3, 14, 8, 0)}},
-        {"weekly_every_second",
-         "UTC",
-         [](AP_ALERT_CONTEXT* c, long t) {
-             return APAlertDB_MakeWeeklyRecur(c, t, 2, 0x28 | 0x80, 0xFFFFF,
-                                              UtcStamp(2030, 12, 31, 23, 59, 59));
-         },
-         UtcStamp(2025, 3, 10, 7, 15),
-         true,
+         "UNTIL=20250314T235900Z",
+         {{2025, 3, 13, 8, 0}, {2025, 3, 14, 8, 0}}},
+        // Mask bits: Sunday 6 .. Saturday 0; bit 7 is ignored.
+        {"weekly_every_second", "UTC", B::kWeekly, 2, 0x28 | 0x80, 0, 0xFFFFF, end2030,
+         {2025, 3, 10, 7, 15},
          "FREQ=WEEKLY;INTERVAL=2;WKST=SU;BYDAY=MO,WE;BYHOUR=7;BYMINUTE=15;BYSECOND=0;"
-         "UNTIL=20301231T235959Z",
-         {UtcStamp(2025, 3, 10, 7, 15), UtcStamp(2025, 3, 12, 7, 15), UtcStamp(2025, 3, 24, 7, 15),
-          UtcStamp(2025, 3, 26, 7, 15), UtcStamp(2025, 4, 7, 7, 15)}},
-        {"monthly_day",
-         "UTC",
-         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeMonthlyRecur(c, t, 1, 15, 3, 0); },
-         UtcStamp(2025, 3, 15, 12, 0),
-         true,
+         "UNTIL=20301231T235900Z",
+         {{2025, 3, 10, 7, 15}, {2025, 3, 12, 7, 15}, {2025, 3, 24, 7, 15}, {2025, 3, 26, 7, 15},
+          {2025, 4, 7, 7, 15}}},
+        {"monthly_day", "UTC", B::kMonthDay, 1, 15, 0, 3, never, {2025, 3, 15, 12, 0},
          "FREQ=MONTHLY;INTERVAL=1;BYMONTHDAY=15;BYHOUR=12;BYMINUTE=0;BYSECOND=0;COUNT=3",
-         {UtcStamp(2025, 3, 15, 12, 0), UtcStamp(2025, 4, 15, 12, 0),
-          UtcStamp(2025, 5, 15, 12, 0)}},
-        {"monthly_second_tuesday",
-         "UTC",
-         [](AP_ALERT_CONTEXT* c, long t) {
-             return APAlertDB_MakeMonthlyRecur(c, t, 1, 2, 3, 3, 0);
-         },
-         UtcStamp(2025, 3, 11, 6, 0),
-         true,
+         {{2025, 3, 15, 12, 0}, {2025, 4, 15, 12, 0}, {2025, 5, 15, 12, 0}}},
+        // Weekdays in the daemon's numbering: 3 Tuesday, 7 Friday, 5 Sunday.
+        {"monthly_second_tuesday", "UTC", B::kMonthNth, 1, 2, 3, 3, never, {2025, 3, 11, 6, 0},
          "FREQ=MONTHLY;INTERVAL=1;BYDAY=2TU;BYHOUR=6;BYMINUTE=0;BYSECOND=0;COUNT=3",
-         {UtcStamp(2025, 3, 11, 6, 0), UtcStamp(2025, 4, 8, 6, 0), UtcStamp(2025, 5, 13, 6, 0)}},
-        {"monthly_last_friday",
-         "UTC",
-         [](AP_ALERT_CONTEXT* c, long t) {
-             return APAlertDB_MakeMonthlyRecur(c, t, 1, -1, 7, 3, 0);
-         },
-         UtcStamp(2025, 3, 28, 6, 0),
-         true,
+         {{2025, 3, 11, 6, 0}, {2025, 4, 8, 6, 0}, {2025, 5, 13, 6, 0}}},
+        {"monthly_last_friday", "UTC", B::kMonthNth, 1, -1, 7, 3, never, {2025, 3, 28, 6, 0},
          "FREQ=MONTHLY;INTERVAL=1;BYDAY=-1FR;BYHOUR=6;BYMINUTE=0;BYSECOND=0;COUNT=3",
-         {UtcStamp(2025, 3, 28, 6, 0), UtcStamp(2025, 4, 25, 6, 0), UtcStamp(2025, 5, 30, 6, 0)}},
-        {"yearly_day",
-         "UTC",
-         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeYearlyRecur(c, t, 6, 15, 2, 0); },
-         UtcStamp(2025, 6, 15, 10, 0),
-         true,
+         {{2025, 3, 28, 6, 0}, {2025, 4, 25, 6, 0}, {2025, 5, 30, 6, 0}}},
+        {"yearly_day", "UTC", B::kYearDay, 6, 15, 0, 2, never, {2025, 6, 15, 10, 0},
          "FREQ=YEARLY;INTERVAL=1;BYMONTH=6;BYMONTHDAY=15;BYHOUR=10;BYMINUTE=0;BYSECOND=0;COUNT=2",
-         {UtcStamp(2025, 6, 15, 10, 0), UtcStamp(2026, 6, 15, 10, 0)}},
-        {"yearly_second_sunday",
-         "UTC",
-         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeYearlyRecur(c, t, 5, 2, 5, 2, 0); },
-         UtcStamp(2025, 5, 11, 10, 0),
-         true,
+         {{2025, 6, 15, 10, 0}, {2026, 6, 15, 10, 0}}},
+        {"yearly_second_sunday", "UTC", B::kYearNth, 5, 2, 5, 2, never, {2025, 5, 11, 10, 0},
          "FREQ=YEARLY;INTERVAL=1;BYMONTH=5;BYDAY=2SU;BYHOUR=10;BYMINUTE=0;BYSECOND=0;COUNT=2",
-         {UtcStamp(2025, 5, 11, 10, 0), UtcStamp(2026, 5, 10, 10, 0)}},
+         {{2025, 5, 11, 10, 0}, {2026, 5, 10, 10, 0}}},
         // East of Greenwich a morning alarm on the 1st rings on the last day of the month before
         // in UTC; the rings still fall on the local 1st.
-        {"monthly_first_east",
-         "Asia/Tokyo",
-         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeMonthlyRecur(c, t, 1, 1, 3, 0); },
-         0,
-         true,
+        {"monthly_first_east", "Asia/Tokyo", B::kMonthDay, 1, 1, 0, 3, never, {2025, 4, 1, 8, 0},
          "FREQ=MONTHLY;INTERVAL=1;BYMONTHDAY=-1;BYHOUR=23;BYMINUTE=0;BYSECOND=0;COUNT=3",
-         {}},
-        {"workdays_east_shifted",
-         "Asia/Tokyo",
-         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeWeekdayRecur(c, t, 2, 0); },
-         0,
-         true,
+         {{2025, 4, 1, 8, 0}, {2025, 5, 1, 8, 0}, {2025, 6, 1, 8, 0}}},
+        // Friday 08:00 in Tokyo is Thursday 23:00 in UTC.
+        {"workdays_east_shifted", "Asia/Tokyo", B::kWorkdays, 0, 0, 0, 2, never, {2025, 3, 14, 8, 0},
          "FREQ=WEEKLY;INTERVAL=1;WKST=SU;BYDAY=SU,MO,TU,WE,TH;BYHOUR=23;BYMINUTE=0;BYSECOND=0;"
          "COUNT=2",
-         {}},
+         {{2025, 3, 14, 8, 0}, {2025, 3, 17, 8, 0}}},
         // A day's lead in Shanghai: the ring on the 19th at local midnight is the 18th in UTC.
-        {"monthly_day_lead_of_a_day",
-         "Asia/Shanghai",
-         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeMonthlyRecur(c, t, 1, 20, 3, 0); },
-         0,
-         true,
+        {"monthly_day_lead_of_a_day", "Asia/Shanghai", B::kMonthDay, 1, 20, 0, 3, never,
+         {2025, 3, 19, 0, 0},
          "FREQ=MONTHLY;INTERVAL=1;BYMONTHDAY=18;BYHOUR=16;BYMINUTE=0;BYSECOND=0;COUNT=3",
-         {}},
-        {"daily_interval_zero",
-         "UTC",
-         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeDailyRecur(c, t, 0, 5, 0); },
-         0,
-         false,
-         "",
-         {}},
-        {"weekly_no_day",
-         "UTC",
-         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeWeeklyRecur(c, t, 1, 0x80, 5, 0); },
-         0,
-         false,
-         "",
-         {}},
-        {"monthly_day_45",
-         "UTC",
-         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeMonthlyRecur(c, t, 1, 45, 5, 0); },
-         0,
-         false,
-         "",
-         {}},
-        {"yearly_month_13",
-         "UTC",
-         [](AP_ALERT_CONTEXT* c, long t) { return APAlertDB_MakeYearlyRecur(c, t, 13, 1, 5, 0); },
-         0,
-         false,
-         "",
-         {}},
-        {"nth_weekday_9",
-         "UTC",
-         [](AP_ALERT_CONTEXT* c, long t) {
-             return APAlertDB_MakeMonthlyRecur(c, t, 1, 2, 9, 5, 0);
-         },
-         0,
-         false,
-         "",
-         {}},
+         {{2025, 3, 19, 0, 0}, {2025, 4, 19, 0, 0}, {2025, 5, 19, 0, 0}}},
+        {"daily_interval_zero", "UTC", B::kDaily, 0, 0, 0, 5, never, never, "", {}},
+        {"weekly_no_day", "UTC", B::kWeekly, 1, 0x80, 0, 5, never, never, "", {}},
+        {"monthly_day_45", "UTC", B::kMonthDay, 1, 45, 0, 5, never, never, "", {}},
+        {"yearly_month_13", "UTC", B::kYearDay, 13, 1, 0, 5, never, never, "", {}},
+        {"nth_weekday_9", "UTC", B::kMonthNth, 1, 2, 9, 5, never, never, "", {}},
     };
+    // clang-format on
     for (const RuleRow& row : rows) {
         SCOPED_TRACE(row.name);
         UseZone(row.zone);
-        long time = row.time;
-        std::vector<long> next = row.next;
-        if (std::string(row.name) == "monthly_first_east") {
-            time = L(2025, 4, 1, 8, 0);
-            next = {L(2025, 4, 1, 8, 0), L(2025, 5, 1, 8, 0), L(2025, 6, 1, 8, 0)};
-        } else if (std::string(row.name) == "monthly_day_lead_of_a_day") {
-            time = L(2025, 3, 19, 0, 0);
-            next = {L(2025, 3, 19, 0, 0), L(2025, 4, 19, 0, 0), L(2025, 5, 19, 0, 0)};
-        } else if (std::string(row.name) == "workdays_east_shifted") {
-            time = L(2025, 3, 14, 8, 0);  // Friday 08:00 in Tokyo, Thursday 23:00 UTC
-            next = {L(2025, 3, 14, 8, 0), L(2025, 3, 17, 8, 0)};
-        }
+        const long time = row.first.Stamp();
         AP_ALERT_CONTEXT context;
         std::memset(&context, 0x41, sizeof context);
         context.alertTime = int32_t(time);
-        EXPECT_EQ(row.build(&context, time), row.ok);
+        const bool ok = *row.rule != '\0';
+        EXPECT_EQ(Build(row, &context, time), ok);
         EXPECT_STREQ(context.rule, row.rule);
-        if (!row.ok) {
+        if (!ok) {
             continue;
         }
         std::vector<long> times;
+        std::vector<long> next;
+        for (const When& when : row.next) {
+            next.push_back(when.Stamp());
+        }
         std::string error;
         ASSERT_TRUE(APAlertDB_NextRingTimes(context, time, 5, times, error)) << error;
         EXPECT_EQ(times, next);

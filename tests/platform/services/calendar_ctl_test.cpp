@@ -300,7 +300,8 @@ TEST_F(CalendarCtlTest, ImportReportsWhatTheRecordCannotHold) {
     const CtlRun imported = Ctl({"event", "import", file});
     EXPECT_EQ(imported.status, 1) << "one event could not be held";
     EXPECT_EQ(imported.out, "1\n");
-    EXPECT_NE(imported.err.find("two.ics:10: not imported: RRULE"), std::string::npos) << imported.err;
+    EXPECT_NE(imported.err.find("two.ics:10: not imported: RRULE"), std::string::npos)
+        << imported.err;
     const std::string shown = Ctl({"event", "show", "1", "--json"}).out;
     EXPECT_EQ(Member(shown, "kind"), "2");
     EXPECT_EQ(Member(shown, "last_local"), "\"2025-03-24 10:00:00\"") << "the third Monday";
@@ -355,6 +356,13 @@ TEST_F(CalendarCtlTest, BadInputIsRefusedWithItsStatus) {
         {"count_and_until", with({"--repeat", "daily", "--count", "2", "--until", "2025-04-01"}), 2,
          "not both"},
         {"colour_unknown", with({"--colour", "5"}), 2, "--colour"},
+        {"beyond_32_bit_stamps",
+         {"event", "add", "--start", "2038-02-01 10:00", "--end", "2038-02-01 11:00"},
+         2,
+         "1902..2037"},
+        {"until_after_2030", with({"--repeat", "daily", "--until", "2031-01-01"}), 2, "2030-12-31"},
+        {"interval_overflowing", with({"--repeat", "daily", "--interval", "2147483647"}), 2,
+         "--interval"},
         {"show_missing", {"event", "show", "999"}, 1, "no event 999"},
         {"show_not_a_number", {"event", "show", "x1"}, 2, "ID"},
         {"query_bad_period", {"query", "year", "2025-03-01"}, 2, "month|week|day"},

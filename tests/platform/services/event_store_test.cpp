@@ -129,72 +129,49 @@ TEST_F(EventStoreTest, MissingIdsFailWithoutTouchingTheRecord) {
     EXPECT_EQ(store.DeleteEventRec(77), 0);
 }
 
+// An event as local start and end (y, m, d, h); all-day events cover start..end dates; a series
+// (kind > 0) runs until `last`.
 struct WhichRow {
     const char* name;
-    std::function<_EventRecInfo()> make;
+    int start[4];
+    int end[4];
+    bool allDay;
+    int kind, b;
+    int last[3];
     bool inMarch2025;
 };
 
+_EventRecInfo Make(const WhichRow& row) {
+    const int* s = row.start;
+    const int* e = row.end;
+    _EventRecInfo r = row.allDay
+                          ? AllDayEvent(row.name, s[0], s[1], s[2],
+                                        PLDate(e[0], e[1], e[2]) - PLDate(s[0], s[1], s[2]) + 1)
+                          : TimedEvent(row.name, LocalStamp(s[0], s[1], s[2], s[3]),
+                                       LocalStamp(e[0], e[1], e[2], e[3]));
+    if (row.kind != 0) {
+        MakeRepeating(r, row.kind, 1, row.b, LocalStamp(row.last[0], row.last[1], row.last[2], 23));
+    }
+    return r;
+}
+
 TEST_F(EventStoreTest, MonthQueryReturnsEveryEventThatTouchesTheRangeOnce) {
-    const long lastOf2030 = LocalStamp(2030, 12, 31, 23, 59, 59);
     const WhichRow rows[] = {
-        {"inside",
-         [] { return TimedEvent("in", LocalStamp(2025, 3, 10, 10), LocalStamp(2025, 3, 10, 11)); },
-         true},
-        {"ends_at_first_midnight",
-         [] { return TimedEvent("e", LocalStamp(2025, 2, 28, 22), LocalStamp(2025, 3, 1)); },
-         false},
-        {"starts_at_next_midnight",
-         [] { return TimedEvent("s", LocalStamp(2025, 4, 1), LocalStamp(2025, 4, 1, 1)); }, false},
-        {"spans_into",
-         [] { return TimedEvent("si", LocalStamp(2025, 2, 27, 8), LocalStamp(2025, 3, 2, 8)); },
-         true},
-        {"spans_over",
-         [] { return TimedEvent("so", LocalStamp(2025, 2, 1), LocalStamp(2025, 4, 30)); }, true},
-        {"before",
-         [] { return TimedEvent("b", LocalStamp(2025, 2, 10), LocalStamp(2025, 2, 10, 1)); },
-         false},
-        {"all_day_first", [] { return AllDayEvent("ad1", 2025, 3, 1); }, true},
-        {"all_day_before", [] { return AllDayEvent("ad0", 2025, 2, 28); }, false},
-        {"all_day_after", [] { return AllDayEvent("ad2", 2025, 4, 1); }, false},
-        {"series_from_last_year",
-         [&] {
-             _EventRecInfo r =
-                 TimedEvent("daily", LocalStamp(2024, 1, 5, 7), LocalStamp(2024, 1, 5, 8));
-             MakeRepeating(r, 1, 1, 0, lastOf2030);
-             return r;
-         },
-         true},
-        {"series_ended_before",
-         [] {
-             _EventRecInfo r =
-                 TimedEvent("wk", LocalStamp(2024, 1, 1, 7), LocalStamp(2024, 1, 1, 8));
-             MakeRepeating(r, 2, 1, 2, LocalStamp(2025, 2, 20, 7), 30);
-             return r;
-         },
-         false},
-        {"series_starts_after",
-         [&] {
-             _EventRecInfo r =
-                 TimedEvent("mo", LocalStamp(2025, 4, 3, 7), LocalStamp(2025, 4, 3, 8));
-             MakeRepeating(r, 4, 1, 3, lastOf2030);
-             return r;
-         },
-         false},
-        {"unknown_kind_as_single",
-         [&] {
-             _EventRecInfo r =
-                 TimedEvent("k3", LocalStamp(2025, 3, 20, 7), LocalStamp(2025, 3, 20, 8));
-             MakeRepeating(r, 3, 0, 0, lastOf2030);
-             return r;
-         },
-         true},
-        {"end_before_start",
-         [] { return TimedEvent("ebs", LocalStamp(2025, 3, 15, 10), LocalStamp(2025, 3, 14)); },
-         true},
-        {"same_start_as_inside",
-         [] { return TimedEvent("tie", LocalStamp(2025, 3, 10, 10), LocalStamp(2025, 3, 10, 12)); },
-         true},
+        {"inside", {2025, 3, 10, 10}, {2025, 3, 10, 11}, false, 0, 0, {}, true},
+        {"ends_at_first_midnight", {2025, 2, 28, 22}, {2025, 3, 1, 0}, false, 0, 0, {}, false},
+        {"starts_at_next_midnight", {2025, 4, 1, 0}, {2025, 4, 1, 1}, false, 0, 0, {}, false},
+        {"spans_into", {2025, 2, 27, 8}, {2025, 3, 2, 8}, false, 0, 0, {}, true},
+        {"spans_over", {2025, 2, 1, 0}, {2025, 4, 30, 0}, false, 0, 0, {}, true},
+        {"before", {2025, 2, 10, 0}, {2025, 2, 10, 1}, false, 0, 0, {}, false},
+        {"all_day_first", {2025, 3, 1}, {2025, 3, 1}, true, 0, 0, {}, true},
+        {"all_day_before", {2025, 2, 28}, {2025, 2, 28}, true, 0, 0, {}, false},
+        {"all_day_after", {2025, 4, 1}, {2025, 4, 1}, true, 0, 0, {}, false},
+        {"series_from_2024", {2024, 1, 5, 7}, {2024, 1, 5, 8}, false, 1, 0, {2030, 12, 31}, true},
+        {"series_ended", {2024, 1, 1, 7}, {2024, 1, 1, 8}, false, 2, 2, {2025, 2, 20}, false},
+        {"series_later", {2025, 4, 3, 7}, {2025, 4, 3, 8}, false, 4, 3, {2030, 12, 31}, false},
+        {"kind_3_single", {2025, 3, 20, 7}, {2025, 3, 20, 8}, false, 3, 0, {2030, 12, 31}, true},
+        {"end_before_start", {2025, 3, 15, 10}, {2025, 3, 14, 0}, false, 0, 0, {}, true},
+        {"same_start_as_inside", {2025, 3, 10, 10}, {2025, 3, 10, 12}, false, 0, 0, {}, true},
     };
     for (const char* zone : {"UTC", "America/New_York", "Asia/Tokyo"}) {
         SCOPED_TRACE(zone);
@@ -203,7 +180,7 @@ TEST_F(EventStoreTest, MonthQueryReturnsEveryEventThatTouchesTheRangeOnce) {
         UseZone(zone);
         std::vector<std::pair<long, int>> expected;
         for (const WhichRow& row : rows) {
-            const _EventRecInfo record = row.make();
+            const _EventRecInfo record = Make(row);
             const int id = Add(record);
             ASSERT_GT(id, 0);
             if (row.inMarch2025) {
@@ -274,291 +251,74 @@ TEST_F(EventStoreTest, MonthNodeFieldsAtTheirOffsets) {
               nullptr);
 }
 
+// One event for the day query: a series of `kind` (or, with kind -1, a single event) starting on
+// `start` (YYYYMMDD) at `hour`, lasting `hours`, whose series ends on `limit`. The first node of
+// the day asked for covers `first` .. `last` (0: the same day as `first`).
 struct DayRow {
     const char* name;
-    std::function<_EventRecInfo()> make;
-    PLDate day;
-    int occurrences;  // nodes expected for the day
-    PLDate first;     // of the first node
-    PLDate last;
-    int hour;
+    int kind, a, b, start, hour, hours, limit, day, occurrences, first, last;
 };
 
-_EventRecInfo Series(int kind, int a, int b, PLDate start, int startHour, int durationHours,
-                     PLDate limit) {
-    const long begin = LocalStamp(start.year, start.month, start.day, startHour);
-    _EventRecInfo r = TimedEvent("series", begin, begin + durationHours * 3600L);
-    MakeRepeating(r, kind, a, b, LocalStamp(limit.year, limit.month, limit.day, startHour));
-    return r;
+PLDate DateOf(int ymd) {
+    return PLDate(ymd / 10000, ymd / 100 % 100, ymd % 100);
 }
 
 TEST_F(EventStoreTest, DayQueryExpandsEveryKindLikeTheMonthView) {
-    const PLDate far(2030, 12, 31);
+    const int kFar = 20301231;
     const DayRow rows[] = {
-        {"daily_every_second_hit",
-         [&] {
-             return Series(1, 2, 0, {2025, 3, 10}, 9, 1, far);
-         },
-         {2025, 3, 12},
-         1,
-         {2025, 3, 12},
-         {2025, 3, 12},
-         9},
-        {"daily_every_second_miss",
-         [&] {
-             return Series(1, 2, 0, {2025, 3, 10}, 9, 1, far);
-         },
-         {2025, 3, 13},
-         0,
-         {},
-         {},
-         0},
-        {"workdays_saturday",
-         [&] {
-             return Series(1, 1, 1, {2025, 3, 10}, 9, 1, far);
-         },
-         {2025, 3, 15},
-         0,
-         {},
-         {},
-         0},
-        {"workdays_monday",
-         [&] {
-             return Series(1, 1, 1, {2025, 3, 10}, 9, 1, far);
-         },
-         {2025, 3, 17},
-         1,
-         {2025, 3, 17},
-         {2025, 3, 17},
-         9},
-        {"weekly_every_second_hit",
-         [&] {
-             return Series(2, 2, 0x04, {2025, 3, 4}, 8, 1, far);
-         },
-         {2025, 3, 18},
-         1,
-         {2025, 3, 18},
-         {2025, 3, 18},
-         8},
-        {"weekly_every_second_miss",
-         [&] {
-             return Series(2, 2, 0x04, {2025, 3, 4}, 8, 1, far);
-         },
-         {2025, 3, 11},
-         0,
-         {},
-         {},
-         0},
-        {"weekly_sunday_starts_week",
-         [&] {
-             return Series(2, 2, 0x41, {2025, 3, 8}, 8, 1, far);
-         },
-         {2025, 3, 9},
-         0,
-         {},
-         {},
-         0},
-        {"weekly_sunday_two_weeks_on",
-         [&] {
-             return Series(2, 2, 0x41, {2025, 3, 8}, 8, 1, far);
-         },
-         {2025, 3, 16},
-         1,
-         {2025, 3, 16},
-         {2025, 3, 16},
-         8},
-        {"monthly_31_hit",
-         [&] {
-             return Series(4, 1, 31, {2025, 1, 31}, 8, 1, far);
-         },
-         {2025, 3, 31},
-         1,
-         {2025, 3, 31},
-         {2025, 3, 31},
-         8},
-        {"monthly_31_not_clamped",
-         [&] {
-             return Series(4, 1, 31, {2025, 1, 31}, 8, 1, far);
-         },
-         {2025, 4, 30},
-         0,
-         {},
-         {},
-         0},
-        {"monthly_nth_interval_hit",
-         [&] {
-             return Series(4, 2, 0x0203, {2025, 1, 14}, 8, 1, far);
-         },
-         {2025, 3, 11},
-         1,
-         {2025, 3, 11},
-         {2025, 3, 11},
-         8},
-        {"monthly_nth_interval_miss",
-         [&] {
-             return Series(4, 2, 0x0203, {2025, 1, 14}, 8, 1, far);
-         },
-         {2025, 2, 11},
-         0,
-         {},
-         {},
-         0},
-        {"yearly_feb_29_clamped",
-         [&] {
-             return Series(8, 2, 29, {2024, 2, 29}, 8, 1, far);
-         },
-         {2025, 2, 28},
-         1,
-         {2025, 2, 28},
-         {2025, 2, 28},
-         8},
-        {"yearly_last_friday",
-         [&] {
-             return Series(8, 5, 0x0506, {2025, 1, 3}, 8, 1, far);
-         },
-         {2025, 5, 30},
-         1,
-         {2025, 5, 30},
-         {2025, 5, 30},
-         8},
-        {"after_limit",
-         [&] {
-             return Series(1, 1, 0, {2025, 3, 10}, 9, 1, {2025, 3, 12});
-         },
-         {2025, 3, 13},
-         0,
-         {},
-         {},
-         0},
-        {"before_first",
-         [&] {
-             return Series(1, 1, 0, {2025, 3, 10}, 9, 1, far);
-         },
-         {2025, 3, 9},
-         0,
-         {},
-         {},
-         0},
-        {"interval_zero",
-         [&] {
-             return Series(1, 0, 0, {2025, 3, 10}, 9, 1, far);
-         },
-         {2025, 3, 10},
-         0,
-         {},
-         {},
-         0},
-        {"month_13",
-         [&] {
-             return Series(8, 13, 10, {2025, 3, 10}, 9, 1, far);
-         },
-         {2025, 3, 10},
-         0,
-         {},
-         {},
-         0},
-        {"day_45",
-         [&] {
-             return Series(4, 1, 45, {2025, 3, 10}, 9, 1, far);
-         },
-         {2025, 3, 10},
-         0,
-         {},
-         {},
-         0},
-        {"weekday_9",
-         [&] {
-             return Series(4, 1, 0x0209, {2025, 3, 10}, 9, 1, far);
-         },
-         {2025, 3, 11},
-         0,
-         {},
-         {},
-         0},
-        {"huge_week_number",
-         [&] {
-             return Series(4, 1, 0x7FFF0103, {2025, 3, 10}, 9, 1, far);
-         },
-         {2025, 3, 25},
-         1,
-         {2025, 3, 25},
-         {2025, 3, 25},
-         9},
-        {"kind_3_is_single",
-         [&] {
-             return Series(3, 1, 0, {2025, 3, 10}, 9, 1, far);
-         },
-         {2025, 3, 11},
-         0,
-         {},
-         {},
-         0},
-        {"kind_3_own_day",
-         [&] {
-             return Series(3, 1, 0, {2025, 3, 10}, 9, 1, far);
-         },
-         {2025, 3, 10},
-         1,
-         {2025, 3, 10},
-         {2025, 3, 10},
-         9},
-        {"weekly_two_day_occurrence",
-         [&] {
-             return Series(2, 1, 0x02, {2025, 3, 3}, 22, 12, far);
-         },
-         {2025, 3, 11},
-         1,
-         {2025, 3, 10},
-         {2025, 3, 11},
-         22},
-        {"daily_three_day_occurrences",
-         [&] {
-             return Series(1, 1, 0, {2025, 3, 3}, 10, 50, far);
-         },
-         {2025, 3, 11},
-         3,
-         {2025, 3, 9},
-         {2025, 3, 11},
-         10},
-        {"midnight_end_not_next_day",
-         [] { return TimedEvent("m", LocalStamp(2025, 3, 10, 22), LocalStamp(2025, 3, 11)); },
-         {2025, 3, 11},
-         0,
-         {},
-         {},
-         0},
-        {"midnight_end_one_day",
-         [] { return TimedEvent("m", LocalStamp(2025, 3, 10, 22), LocalStamp(2025, 3, 11)); },
-         {2025, 3, 10},
-         1,
-         {2025, 3, 10},
-         {2025, 3, 10},
-         22},
-        {"multi_day_single",
-         [] { return TimedEvent("md", LocalStamp(2025, 3, 9, 10), LocalStamp(2025, 3, 11, 12)); },
-         {2025, 3, 10},
-         1,
-         {2025, 3, 9},
-         {2025, 3, 11},
-         10},
-        {"all_day_two_days",
-         [] { return AllDayEvent("ad", 2025, 3, 10, 2); },
-         {2025, 3, 11},
-         1,
-         {2025, 3, 10},
-         {2025, 3, 11},
-         0},
+        {"daily_every_second_hit", 1, 2, 0, 20250310, 9, 1, kFar, 20250312, 1, 20250312},
+        {"daily_every_second_miss", 1, 2, 0, 20250310, 9, 1, kFar, 20250313, 0},
+        {"workdays_saturday", 1, 1, 1, 20250310, 9, 1, kFar, 20250315, 0},
+        {"workdays_monday", 1, 1, 1, 20250310, 9, 1, kFar, 20250317, 1, 20250317},
+        {"weekly_every_second_hit", 2, 2, 0x04, 20250304, 8, 1, kFar, 20250318, 1, 20250318},
+        {"weekly_every_second_miss", 2, 2, 0x04, 20250304, 8, 1, kFar, 20250311, 0},
+        // Weeks begin on Sunday: the Sunday after a Saturday start is already the second week.
+        {"weekly_sunday_starts_week", 2, 2, 0x41, 20250308, 8, 1, kFar, 20250309, 0},
+        {"weekly_sunday_two_weeks_on", 2, 2, 0x41, 20250308, 8, 1, kFar, 20250316, 1, 20250316},
+        {"monthly_31_hit", 4, 1, 31, 20250131, 8, 1, kFar, 20250331, 1, 20250331},
+        {"monthly_31_not_clamped", 4, 1, 31, 20250131, 8, 1, kFar, 20250430, 0},
+        {"monthly_nth_interval_hit", 4, 2, 0x0203, 20250114, 8, 1, kFar, 20250311, 1, 20250311},
+        {"monthly_nth_interval_miss", 4, 2, 0x0203, 20250114, 8, 1, kFar, 20250211, 0},
+        {"yearly_feb_29_clamped", 8, 2, 29, 20240229, 8, 1, kFar, 20250228, 1, 20250228},
+        {"yearly_last_friday", 8, 5, 0x0506, 20250103, 8, 1, kFar, 20250530, 1, 20250530},
+        {"after_limit", 1, 1, 0, 20250310, 9, 1, 20250312, 20250313, 0},
+        {"before_first", 1, 1, 0, 20250310, 9, 1, kFar, 20250309, 0},
+        // Impossible fields: an interval below 1 reads as 1 (as the month view reads it), the
+        // rest has no occurrence; a week number above 5 is the last week.
+        {"interval_zero", 1, 0, 0, 20250310, 9, 1, kFar, 20250311, 1, 20250311},
+        {"month_13", 8, 13, 10, 20250310, 9, 1, kFar, 20250310, 0},
+        {"day_45", 4, 1, 45, 20250310, 9, 1, kFar, 20250310, 0},
+        {"weekday_9", 4, 1, 0x0209, 20250310, 9, 1, kFar, 20250311, 0},
+        {"huge_week_number", 4, 1, 0x7FFF0103, 20250310, 9, 1, kFar, 20250325, 1, 20250325},
+        {"kind_3_is_single", 3, 1, 0, 20250310, 9, 1, kFar, 20250311, 0},
+        {"kind_3_own_day", 3, 1, 0, 20250310, 9, 1, kFar, 20250310, 1, 20250310},
+        // Occurrences longer than a day are found from the days they cover.
+        {"weekly_two_day_occurrence", 2, 1, 0x02, 20250303, 22, 12, kFar, 20250311, 1, 20250310,
+         20250311},
+        {"daily_three_day_occurrences", 1, 1, 0, 20250303, 10, 50, kFar, 20250311, 3, 20250309,
+         20250311},
+        // An end at exactly midnight does not touch the day that begins then.
+        {"midnight_end_not_next_day", -1, 0, 0, 20250310, 22, 2, 0, 20250311, 0},
+        {"midnight_end_one_day", -1, 0, 0, 20250310, 22, 2, 0, 20250310, 1, 20250310},
+        {"multi_day_single", -1, 0, 0, 20250309, 10, 50, 0, 20250310, 1, 20250309, 20250311},
     };
     for (const DayRow& row : rows) {
         SCOPED_TRACE(row.name);
         TearDown();
         SetUp();
         UseZone("Europe/Berlin");
-        const int id = Add(row.make());
-        ASSERT_EQ(id, 1);
+        const PLDate start = DateOf(row.start);
+        const long begin = LocalStamp(start.year, start.month, start.day, row.hour);
+        _EventRecInfo record = TimedEvent("series", begin, begin + row.hours * 3600L);
+        if (row.kind >= 0) {
+            const PLDate limit = DateOf(row.limit);
+            MakeRepeating(record, row.kind, row.a, row.b,
+                          LocalStamp(limit.year, limit.month, limit.day, row.hour));
+        }
+        ASSERT_EQ(Add(record), 1);
         APEventRec store;
         PLBasicString<char> text;
-        const PLDate& d = row.day;
+        const PLDate d = DateOf(row.day);
         APDayEventNode* head =
             store.GetDayEventView(LocalStamp(d.year, d.month, d.day),
                                   LocalStamp(d.year, d.month, d.day, 23, 59, 59), text);
@@ -568,12 +328,32 @@ TEST_F(EventStoreTest, DayQueryExpandsEveryKindLikeTheMonthView) {
         }
         EXPECT_EQ(count, row.occurrences);
         if (head && row.occurrences > 0) {
-            EXPECT_EQ(head->id, id);
-            EXPECT_EQ(head->firstDay, row.first);
-            EXPECT_EQ(head->lastDay, row.last);
+            EXPECT_EQ(head->id, 1);
+            EXPECT_EQ(head->firstDay, DateOf(row.first));
+            EXPECT_EQ(head->lastDay, DateOf(row.last ? row.last : row.first));
             EXPECT_EQ(head->startHour, row.hour);
         }
         APFreeEventNodes(head);
+    }
+    // All-day events are dates coded as UTC: in any zone they cover exactly their dates.
+    for (const char* zone : {"Pacific/Auckland", "America/Los_Angeles"}) {
+        SCOPED_TRACE(zone);
+        TearDown();
+        SetUp();
+        UseZone(zone);
+        ASSERT_EQ(Add(AllDayEvent("ad", 2025, 3, 10, 2)), 1);
+        APEventRec store;
+        PLBasicString<char> text;
+        for (int day = 9; day <= 12; ++day) {
+            APDayEventNode* head = store.GetDayEventView(
+                LocalStamp(2025, 3, day), LocalStamp(2025, 3, day, 23, 59, 59), text);
+            EXPECT_EQ(head != nullptr, day == 10 || day == 11) << day;
+            if (head) {
+                EXPECT_EQ(head->firstDay, PLDate(2025, 3, 10));
+                EXPECT_EQ(head->lastDay, PLDate(2025, 3, 11));
+            }
+            APFreeEventNodes(head);
+        }
     }
 }
 
