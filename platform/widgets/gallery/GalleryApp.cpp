@@ -54,6 +54,8 @@ void GalleryApp::Initialize() {
     AddScreen(400, "Labels", BuildLabelsPage);
     AddScreen(500, "Check list", BuildCheckListPage);
     AddScreen(600, "Radio list", BuildRadioListPage);
+    AddScreen(1000, "Repeat editor (monthly)", BuildRepeatEditorPage);
+    AddScreen(1100, "Week cells and day rows", BuildWeekDayRowsPage);
     AddScreen(700, "Scrolling", BuildScrollPage);
     AddScreen(800, "Dialogs", BuildDialogsPage);
     AddScreen(900, "Date headers", BuildHeadersPage);

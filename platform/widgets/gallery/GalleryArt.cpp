@@ -22,6 +22,17 @@ PLBitmap* Tile(int width, int height, PLRGBColor top, PLRGBColor bottom, PLRGBCo
     return bitmap;
 }
 
+// A family of a normal and a pressed tile of one size.
+std::unique_ptr<PLBitmapFamily> TwoTiles(int width, int height, PLRGBColor top, PLRGBColor bottom,
+                                         PLRGBColor border, PLRGBColor pressedTop,
+                                         PLRGBColor pressedBottom, PLRGBColor pressedBorder) {
+    auto family = std::make_unique<PLBitmapFamily>(0x3F3F3F3F, true);
+    family->SetAllBitmaps(Tile(width, height, top, bottom, border));
+    family->SetBitmap(kPLBitmapPressed,
+                      Tile(width, height, pressedTop, pressedBottom, pressedBorder));
+    return family;
+}
+
 }  // namespace
 
 GalleryArt::GalleryArt() : mFamily(std::make_unique<PLBitmapFamily>(0x3F3F3F3F, true)) {
@@ -30,6 +41,16 @@ GalleryArt::GalleryArt() : mFamily(std::make_unique<PLBitmapFamily>(0x3F3F3F3F, 
                        Tile(70, 26, {255, 200, 110}, {255, 140, 0}, {160, 90, 0}));
     mFamily->SetBitmap(kPLBitmapDisabled,
                        Tile(70, 26, {200, 200, 200}, {170, 170, 170}, {140, 140, 140}));
+
+    const PLRGBColor dark{36, 36, 36};
+    mFamilies.push_back(
+        TwoTiles(26, 24, {78, 78, 78}, {48, 48, 48}, dark, {36, 36, 36}, {20, 20, 20}, dark));
+    mFamilies.push_back(
+        TwoTiles(26, 21, {44, 44, 44}, {30, 30, 30}, dark, {36, 36, 36}, {20, 20, 20}, dark));
+    mFamilies.push_back(TwoTiles(26, 26, {255, 255, 255}, {255, 255, 255}, {187, 187, 187},
+                                 {214, 230, 255}, {214, 230, 255}, {0, 102, 255}));
+    mFamilies.push_back(TwoTiles(42, 24, {238, 238, 238}, {238, 238, 238}, {214, 214, 214},
+                                 {255, 153, 0}, {255, 153, 0}, {255, 153, 0}));
 
     mIcon = std::make_unique<PLBitmap>(20, 20);
     PLDrawContext icon(*mIcon);

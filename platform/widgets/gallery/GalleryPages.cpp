@@ -151,9 +151,10 @@ void BuildFieldsPage(GalleryScreen& screen) {
     IMEManager* ime = screen.GetApp().Keep(IMEManagerFactory::createIMEManager());
     ime->RegisterView(&screen);
     auto* name = Field(screen, 301, PLPoint(32, 4), PLSize(30, 232), "", 10, "Name", 60);
-    auto* count = Field(screen, 302, PLPoint(64, 4), PLSize(30, 110), "10", 2, "Count", 60);
+    auto* count = Field(screen, 302, PLPoint(64, 4), PLSize(30, 100), "10", 2, "Count", 60);
     count->GetEditor()->SetAcceptedChars("0123456789");
-    auto* date = Field(screen, 303, PLPoint(64, 118), PLSize(30, 118), "2026-11-21", 10, "Day", 36);
+    // A ten-character date needs a box of about 96 pixels.
+    auto* date = Field(screen, 303, PLPoint(64, 108), PLSize(30, 128), "2026-11-21", 10, "Day", 32);
     date->GetEditor()->SetEditable(false);
     auto* notes = Field(screen, 304, PLPoint(96, 4), PLSize(50, 232), "", 40, "", 0, false);
     screen.Add(MakeCheckbox(305, PLPoint(150, 4), PLSize(26, 120), "Lunar dates", false, nullptr,

@@ -13,3 +13,6 @@ void BuildRadioListPage(GalleryScreen& screen);
 void BuildScrollPage(GalleryScreen& screen);
 void BuildDialogsPage(GalleryScreen& screen);
 void BuildHeadersPage(GalleryScreen& screen);
+// Laid out with the calendar's coordinates.
+void BuildRepeatEditorPage(GalleryScreen& screen);
+void BuildWeekDayRowsPage(GalleryScreen& screen);
