@@ -49,6 +49,7 @@ TEST_F(CalendarImportTest, ExportedEventsComeBackFieldForField) {
         EXPECT_EQ(Stored(out.location), Stored(in.location));
         EXPECT_EQ(Stored(out.notes), Stored(in.notes));
         EXPECT_EQ(out.classChoice, in.classChoice);
+        EXPECT_EQ(out.colour, in.colour);
         EXPECT_EQ(out.alarm, in.alarm);
         EXPECT_EQ(e.hasAlarm, in.alarm != 0);
         if (in.alarm) {

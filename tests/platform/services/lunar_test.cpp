@@ -170,7 +170,6 @@ TEST(LunarTest, HardYears) {
         {"2025_leap_6", 2025, {2025, 1, 29}, 6, {2025, 7, 25}},
         {"2033_leap_11", 2033, {2033, 1, 31}, 11, {2033, 12, 22}},
     };
-    IcuChinese icu;
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(Mine(row.newYear), (Lunar{row.year, 1, 1, 0}));
@@ -181,12 +180,6 @@ TEST(LunarTest, HardYears) {
         Lunar before = Mine(FromDayIndex(DayIndex(row.leapStart) - 1));
         EXPECT_EQ(before.month, row.leapMonth) << "a leap month follows its namesake";
         EXPECT_EQ(before.leap, 0);
-        // Every day of the Gregorian year agrees with ICU as well.
-        int disagreements = 0;
-        for (long i = DayIndex({row.year, 1, 1}); i <= DayIndex({row.year, 12, 31}); ++i) {
-            disagreements += Mine(FromDayIndex(i)) == icu.At(FromDayIndex(i)) ? 0 : 1;
-        }
-        EXPECT_EQ(disagreements, 0);
     }
 }
 
