@@ -6,6 +6,7 @@
 
 #include "PLDrawContext.h"
 #include "PLMessage.h"
+#include "VtKeyStep.h"
 #include "VtListDataProvider.h"
 #include "VtListRow.h"
 #include "VtTheme.h"
@@ -225,32 +226,20 @@ void VtListView::MouseUp(PLPoint where, PLMouseButton) {
 }
 
 bool VtListView::DoKeyCommand(char key, short, PLKeyModifiers) {
-    const int page = std::max(1, GetSize().v / mRowHeight);
-    int delta = 0;
-    switch (static_cast<uint8_t>(key)) {
-        case kPLKeyUp:
-            delta = -1;
-            break;
-        case kPLKeyDown:
-            delta = 1;
-            break;
-        case kPLKeyPageUp:
-            delta = -page;
-            break;
-        case kPLKeyPageDown:
-            delta = page;
-            break;
-        case kPLKeyOk:
-            if (mModel.GetFocus() != 0) {
-                UserChoose(mModel.GetFocus());
-            }
-            return true;
-        default:
-            return false;
+    const auto code = static_cast<uint8_t>(key);
+    if (code == kPLKeyOk) {
+        if (mModel.GetFocus() != 0) {
+            UserChoose(mModel.GetFocus());
+        }
+        return true;
+    }
+    long delta = 0;
+    if (!VtKeyStep(code, 1, std::max(1, GetSize().v / mRowHeight), delta)) {
+        return false;
     }
     const size_t before = mModel.GetFocus();
     const bool wrap = mWrapFocus && (delta == 1 || delta == -1);
-    if (mModel.MoveFocus(delta, wrap)) {
+    if (mModel.MoveFocus(int(delta), wrap)) {
         SyncRow(before, true);
         SyncRow(mModel.GetFocus(), true);
         KeepInView(mModel.GetFocus());

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "PLMessage.h"
+#include "VtKeyStep.h"
 #include "VtScrollBar.h"
 #include "VtScrollContainer.h"
 
@@ -41,21 +42,8 @@ void VtScrollPane::Listen(PLMessage* message) {
 bool VtScrollPane::DoKeyCommand(char key, short, PLKeyModifiers) {
     const long page = mPageStep > 0 ? mPageStep : mContainer.GetVisibleHeight();
     long delta = 0;
-    switch (static_cast<uint8_t>(key)) {
-        case kPLKeyUp:
-            delta = -mLineStep;
-            break;
-        case kPLKeyDown:
-            delta = mLineStep;
-            break;
-        case kPLKeyPageUp:
-            delta = -page;
-            break;
-        case kPLKeyPageDown:
-            delta = page;
-            break;
-        default:
-            return false;
+    if (!VtKeyStep(static_cast<uint8_t>(key), mLineStep, page, delta)) {
+        return false;
     }
     mContainer.ScrollTo(mContainer.GetScrollPosition() + delta, true);
     return true;

@@ -231,20 +231,6 @@ TEST_F(PlatformText, DateHeadersShowTheLongestNamedTitleThatFits) {
     }
 }
 
-TEST_F(PlatformText, DateHeadersFollowTheirSteps) {
-    PlaceCompiled();
-    ASSERT_TRUE(VtPlatformText::Install());
-    PLDate shared(2026, 12, 31);
-    std::unique_ptr<VtCalendarYearSelectControl> month(
-        MakeCalendarYearSelectControl(11104, kVtHeaderMonth, &shared, nullptr, false));
-    ASSERT_TRUE(month->Step(1));
-    EXPECT_EQ(month->GetString().str(), "January 2027");
-    std::unique_ptr<VtCalendarYearSelectControl> day(
-        MakeCalendarYearSelectControl(11304, kVtHeaderDay, &shared, nullptr, false));
-    ASSERT_TRUE(day->Step(-1));
-    EXPECT_EQ(day->GetString().str(), "Sat 30 January 2027");
-}
-
 TEST_F(PlatformText, DateDialogNamesItsMonthAndWeekdaysInItsOrder) {
     struct Row {
         const char* name;
