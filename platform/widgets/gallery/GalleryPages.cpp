@@ -218,7 +218,7 @@ void BuildCheckListPage(GalleryScreen& screen) {
     // The check top bar replaces the screen's plain title bar.
     screen.FindPane(500 + 99)->Hide(false);
     auto* bar = screen.Add(
-        MakeVtCheckTopBar(501, PLPoint(0, 0), kPLScreenWidth, "Delete events", "All", 0, 0, 0));
+        MakeVtCheckTopBar(501, PLPoint(0, 0), kPLScreenWidth, "Delete", "Select all", 0, 0, 0));
     auto* list = screen.Add(MakeVtListViewContainer(PLPoint(29, 0), PLSize(150, 240), kVtCheckMany,
                                                     true, false, 20, 30, 502, nullptr, true, true));
     const char* texts[] = {"Dentist",      "Team meeting", "Lunch (fixed)", "Gym",
