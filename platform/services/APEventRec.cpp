@@ -417,6 +417,9 @@ struct DayEntry {
 }  // namespace
 
 APDayEventNode* APEventRec::GetDayEventView(long start, long end, PLBasicString<char>&) {
+    // One day, from its midnight to 23:59:59 (25 hours on a day that leaves daylight saving time):
+    // the nodes describe the day of `start` only.
+    assert(end - start <= 25 * 3600 && "the day query covers one day");
     std::vector<Candidate> candidates;
     if (!mImpl->open || end < start || !mImpl->SelectCandidates(start, end + 1, candidates)) {
         return nullptr;

@@ -52,8 +52,9 @@ public:
     // once with their rule, ascending start (ties by id). Null when none. `text` is not used.
     APMonthEventNode* QueryMonthEventView(long start, long end, PLBasicString<char>& text);
     APMonthEventNode* QueryWeekEventView(long start, long end, PLBasicString<char>& text);
-    // Occurrences that touch the day from `start` (00:00:00) to `end` (23:59:59): all-day and
-    // multi-day first, then by start time, ties by id. Null when none.
+    // Occurrences that touch the day from `start` (00:00:00) to `end` (23:59:59) of the same day:
+    // all-day and multi-day first, then by start time, ties by id. Null when none. Only the day of
+    // `start` is looked at; callers ask one day at a time.
     APDayEventNode* GetDayEventView(long start, long end, PLBasicString<char>& text);
 
     // Ids of the events whose span or series overlaps [from, to), ascending start; every event

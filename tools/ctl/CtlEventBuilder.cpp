@@ -1,6 +1,7 @@
 // Event records as the application builds them (see the header).
 #include "CtlEventBuilder.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
@@ -230,7 +231,27 @@ bool CtlParseRepeat(const std::string& text, int interval, CtlRepeat& repeat, st
     return true;
 }
 
+// More occurrences than could fall before 2031. The editors cut a count one by one until the series
+// ends within 2030, so starting from this bound gives the same count; walking a series centuries
+// past 2030 first would take long for nothing (and leave the dates' range).
+int MostOccurrencesBefore2031(const _EventRecInfo& record) {
+    const PLDate start = StartDate(record, nullptr);
+    const int days = std::max(1, PLDate(2031, 1, 1) - start + 1);
+    const int a = std::max(1, int(record.recurValueA));
+    switch (record.recurKind) {
+        case kRecurDaily:
+            return record.recurValueB == 1 ? days : days / a + 1;
+        case kRecurWeekly:
+            return (days / (7 * a) + 2) * 7;
+        case kRecurMonthly:
+            return days / (28 * a) + 2;
+        default:
+            return days / 365 + 2;
+    }
+}
+
 void CtlEndAfterCount(_EventRecInfo& record, int count) {
+    count = std::min(count, MostOccurrencesBefore2031(record));
     _RecurInfo setting;
     setting.startStamp = record.startStamp;
     setting.endStamp = record.endStamp;

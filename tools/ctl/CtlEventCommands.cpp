@@ -77,12 +77,12 @@ bool ReadRepeat(const CtlArgs& args, CtlRepeat& repeat, std::string& error) {
     if (!args.Has("--repeat")) {
         return true;
     }
-    // The editors' fields hold at most four digits; larger values would only overflow the
+    // The editors' fields hold three digits; larger values would only overflow the
     // series arithmetic.
     long interval = 1;
     if (args.Has("--interval") &&
-        (!CtlParseInt(args.Get("--interval"), interval) || interval > 9999)) {
-        error = "--interval takes a number up to 9999";
+        (!CtlParseInt(args.Get("--interval"), interval) || interval > 999)) {
+        error = "--interval takes a number up to 999";
         return false;
     }
     if (!CtlParseRepeat(args.Get("--repeat"), int(interval), repeat, error)) {
@@ -94,8 +94,8 @@ bool ReadRepeat(const CtlArgs& args, CtlRepeat& repeat, std::string& error) {
     }
     if (args.Has("--count")) {
         long count = 0;
-        if (!CtlParseInt(args.Get("--count"), count) || count > 9999) {
-            error = "--count takes a number up to 9999";
+        if (!CtlParseInt(args.Get("--count"), count) || count > 999) {
+            error = "--count takes a number up to 999";
             return false;
         }
         repeat.hasCount = true;

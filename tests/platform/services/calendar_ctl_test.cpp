@@ -157,6 +157,10 @@ TEST_F(CalendarCtlTest, AddsEventsAsTheApplicationStoresThemAndExportsThemWhole)
         {"cut_at_2030", timed("2030-12-25 08:00", "2030-12-25 09:00",
              {"--repeat", "daily", "--count", "10"}),
          {{"c", "7"}, {"last_local", "\"2030-12-31 08:00:00\""}}},
+        // Counts far beyond 2030 are cut to what fits, without walking the series for centuries.
+        {"weekly_huge_interval", timed("2025-03-01 10:00", "2025-03-01 11:00",
+             {"--repeat", "weekly:1,7", "--interval", "999", "--count", "999"}),
+         {{"c", "1"}, {"last_local", "\"2025-03-01 10:00:00\""}}},
         {"multi_day_yearly", timed("2025-03-20 22:00", "2025-03-23 00:00",
              {"--repeat", "yearly:3/20", "--count", "3"}),
          {{"last_local", "\"2027-03-20 22:00:00\""}}},
