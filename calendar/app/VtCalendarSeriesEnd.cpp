@@ -4,6 +4,8 @@
 // later months keep), because stored series depend on them.
 #include "app/VtCalendarSeriesEnd.h"
 
+#include <cstdint>
+
 #include "PLTimeStamp.h"
 
 namespace {
@@ -12,6 +14,19 @@ constexpr int kHandOverCount = 1001;
 constexpr int kUntilSearchCap = 100;
 // Months added beyond this land far past the 2030 limit anyway; the cap keeps the year in range.
 constexpr long kMaxMonthsAdded = 12L * 200;
+// Day steps saturate inside these years. Both lie far beyond what the 2030 limit and the start
+// allow, so a saturated date is always refused by the limit check, and no date ever reaches the
+// ends of the four-digit years, where it would stop moving and a weekday walk would never end.
+constexpr int kEarliestYear = 1800;
+constexpr int kLatestYear = 2200;
+
+// `date` moved by `days`, saturating at the years above; `days` may be any product of the rule's
+// fields, so it is computed in 64 bits by the callers.
+void AddDays(PLDate& date, int64_t days) {
+    const int64_t ahead = PLDate(kLatestYear, 1, 1) - date;
+    const int64_t behind = PLDate(kEarliestYear, 1, 1) - date;
+    date += int(days > ahead ? ahead : (days < behind ? behind : days));
+}
 
 long SeriesLimit() {
     const PLDate last(2030, 12, 31);
@@ -54,11 +69,12 @@ bool Chosen(int mask, const PLDate& date) {
 // One step forward to the next chosen weekday; leaving Saturday skips the weeks between.
 void StepToChosen(PLDate& date, int mask, int interval) {
     do {
-        date += 1;
+        AddDays(date, 1);
         if (date.Weekday() == 1) {
-            date += interval * 7 - 7;
+            AddDays(date, int64_t(interval) * 7 - 7);
         }
-    } while (!Chosen(mask, date));
+        // Past the saturation year the series is long over; stop rather than walk on.
+    } while (!Chosen(mask, date) && date.year < kLatestYear);
 }
 
 int CountBits(int mask) {
@@ -71,12 +87,12 @@ int CountBits(int mask) {
 
 void DailyEnd(const _RecurInfo& setting, PLDate& date, int n) {
     if (setting.pattern != 1) {
-        date += setting.interval * n;
+        AddDays(date, int64_t(setting.interval) * n);
         return;
     }
     const int startWeekday = date.Weekday() - 1;  // 0 = Sunday
-    date += setting.interval * (n / 5) * 7;
-    date += n % 5;
+    AddDays(date, int64_t(setting.interval) * (n / 5) * 7);
+    AddDays(date, n % 5);
     if (startWeekday + n % 5 >= 6) {
         date += 2;
     }
@@ -95,7 +111,7 @@ bool WeeklyEnd(_RecurInfo& setting, PLDate& date, int n) {
     if (date != before) {
         MoveStart(setting, date);
     }
-    date += setting.interval * 7 * (n / chosen);
+    AddDays(date, int64_t(setting.interval) * 7 * (n / chosen));
     for (int i = 0; i < n % chosen; ++i) {
         StepToChosen(date, mask, setting.interval);
     }
@@ -166,7 +182,7 @@ bool LastOccurrence(_RecurInfo& setting, int& count, PLDate& last) {
     const int n = setting.count - 1;
     switch (setting.kind) {
         case kRecurNone:
-            date += n;
+            AddDays(date, n);
             break;
         case kRecurDaily:
             DailyEnd(setting, date, n);

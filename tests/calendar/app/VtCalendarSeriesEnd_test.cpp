@@ -89,6 +89,9 @@ const SeriesRow kSeriesRows[] = {
     {"cut_at_2030", {2030, 12, 25}, kRecurDaily, 1, 0, 10, true, 7, {2030, 12, 31}, {2030, 12, 25}},
     {"nothing_fits_before_2031", {2031, 1, 5}, kRecurDaily, 1, 0, 3, false, 0, {0, 0, 0}, {2031, 1, 5}},
     {"monthly_interval_zero_no_crash", {2025, 3, 10}, kRecurMonthly, 0, 15, 3, true, 3, {2025, 3, 15}, {2025, 3, 15}},
+    {"weekly_huge_interval_ends", {2025, 3, 4}, kRecurWeekly, 999, 0x06, 999, true, 1, {2025, 3, 4}, {2025, 3, 4}},
+    {"daily_interval_overflow", {2025, 3, 10}, kRecurDaily, 0x7FFFFFFF, 0, 3, true, 1, {2025, 3, 10}, {2025, 3, 10}},
+    {"daily_negative_interval", {2025, 3, 10}, kRecurDaily, -5, 0, 3, true, 1, {2025, 3, 10}, {2025, 3, 10}},
 };
 // clang-format on
 
