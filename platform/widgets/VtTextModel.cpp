@@ -138,7 +138,9 @@ bool VtTextModel::Insert(std::string_view typed) {
         return false;
     }
     mText.insert(mCaret, filtered);
-    mCaret += filtered.size();
+    // Stray bytes on either side may join the typed ones into one character; the caret must not
+    // be left inside it.
+    SetCaret(mCaret + filtered.size());
     return true;
 }
 
@@ -148,7 +150,8 @@ bool VtTextModel::EraseBack() {
     }
     const size_t start = PreviousBoundary(mText, mCaret);
     mText.erase(start, mCaret - start);
-    mCaret = start;
+    // Stray bytes that met across the erased character may now form one.
+    SetCaret(start);
     return true;
 }
 

@@ -151,6 +151,52 @@ INSTANTIATE_TEST_SUITE_P(
                       TypeCase{"erase_invalid_byte_alone", "a" + kE + "\xFF", "\b", "a" + kE}),
     [](const ::testing::TestParamInfo<TypeCase>& info) { return std::string(info.param.name); });
 
+// Bytes that are not valid UTF-8 count as one character each, until an edit puts a lead byte
+// next to the continuation bytes it wants: then they read as one character and the caret must not
+// stay inside it.
+struct JoinCase {
+    const char* name;
+    std::string start;
+    size_t caret;
+    std::string input;
+    std::string result;
+    size_t resultCaret;
+};
+
+class TextJoin : public ::testing::TestWithParam<JoinCase> {};
+
+TEST_P(TextJoin, CaretNeverInsideAJoinedCharacter) {
+    const JoinCase& c = GetParam();
+    VtTextModel model(0);
+    model.SetText(c.start);
+    model.SetCaret(c.caret);
+    model.Type(c.input);
+    EXPECT_EQ(model.GetText(), c.result);
+    EXPECT_EQ(model.GetCaret(), c.resultCaret);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    StrayBytes, TextJoin,
+    ::testing::Values(JoinCase{"typed_bytes_join_stray_ones", "\xB1\x89\xE5\xAD", 0,
+                               "\xB1\x89\xE5\xAD", "\xB1\x89\xE5\xAD\xB1\x89\xE5\xAD", 2},
+                      JoinCase{"erase_joins_the_neighbours",
+                               "\xE5"
+                               "A"
+                               "\xAD\xB1"
+                               "z",
+                               2, "\b",
+                               "\xE5\xAD\xB1"
+                               "z",
+                               0},
+                      JoinCase{"no_join_leaves_the_caret_after_the_typing",
+                               "\xE5"
+                               "z",
+                               1, "A",
+                               "\xE5"
+                               "Az",
+                               2}),
+    [](const ::testing::TestParamInfo<JoinCase>& info) { return std::string(info.param.name); });
+
 TEST(TextModel, SetTextCutsToTheLimitAndLoweringTheLimitCutsAgain) {
     VtTextModel model(4);
     EXPECT_TRUE(model.SetText("ab" + kSun));
