@@ -31,7 +31,9 @@ std::vector<int> EventLines(const std::string& text) {
         for (char c : line) {
             upper += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
         }
-        if (upper == "BEGIN:VEVENT") {
+        // libical takes what follows the component name loosely ("BEGIN:VEVENT\rX" and
+        // "BEGIN:VEVENTX" both open an event), so the line is matched by its start.
+        if (upper.compare(0, 12, "BEGIN:VEVENT") == 0) {
             lines.push_back(number);
         }
         if (end == std::string::npos) {
@@ -306,7 +308,9 @@ bool APICalendarReader::Read(const std::string& text, std::vector<APImportDraft>
     auto readOne = [&](icalcomponent* event) {
         drafts.emplace_back();
         APImportDraft& d = drafts.back();
-        d.line = index < lines.size() ? lines[index] : 0;
+        // An event whose start line libical found but the matcher did not (a folded BEGIN line)
+        // is named by the last start line before it, never by a line 0 that is no line at all.
+        d.line = index < lines.size() ? lines[index] : (lines.empty() ? 1 : lines.back());
         ++index;
         ReadEvent(event, d);
     };

@@ -129,6 +129,10 @@ TEST_F(CalendarImportTest, MalformedOrUnholdableEventsAreReportedByLine) {
         {"ics_two_rules",
          Calendar(Event(start + "RRULE:FREQ=DAILY\r\nRRULE:FREQ=WEEKLY\r\n"), "2.0"), 3,
          "more than one RRULE"},
+        {"ics_begin_line_with_a_stray_carriage_return",
+         Calendar("BEGIN:VEVENT\rX\r\nLOCATION:x\r\nEND:VEVENT\r\n", "2.0"), 3, "no DTSTART"},
+        {"ics_folded_begin_line",
+         Calendar("BEGIN:VEV\r\n ENT\r\nLOCATION:x\r\nEND:VEVENT\r\n", "2.0"), 1, "no DTSTART"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
