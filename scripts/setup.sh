@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-    build-essential cmake ninja-build pkg-config git
+    build-essential clang cmake ninja-build pkg-config git
     libgtest-dev libgmock-dev libbenchmark-dev
     libsqlite3-dev libfreetype-dev libpng-dev libsdl2-dev libical-dev libicu-dev
     fonts-wqy-microhei

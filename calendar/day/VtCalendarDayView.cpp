@@ -76,3 +76,9 @@ bool VtCalendarDayView::DoKeyCommand(char key, short, PLKeyModifiers) {
 void VtCalendarDayView::Draw(PLDrawContext& context) {
     context.FillRect(GetBounds(), PLThemeManager::GetCurrentTheme()->GetBackgroundColor());
 }
+
+void VtCalendarDayView::SetSelectHour(int hour) {
+    if (mSelectTime != nullptr) {
+        mSelectTime->SetHour(hour);
+    }
+}

@@ -33,6 +33,9 @@ public:
     PLMenu* GetViewMenu() const { return mViewMenu.get(); }
     const PLDate& GetShownDate() const { return mShownDate; }
     bool GetShowLunar() const { return mShowLunar; }
+    // Sets the hour of the shared selected time, when the view has one (the detail view puts the
+    // day back on its event's hour this way).
+    void SetSelectHour(int hour);
 
     void Listen(PLMessage* message) override;
     bool DoKeyCommand(char key, short repeat, PLKeyModifiers modifiers) override;

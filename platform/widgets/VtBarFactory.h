@@ -15,7 +15,7 @@
 #include "VtScrollPane.h"
 #include "VtTopBarView.h"
 
-class PLDate;
+struct PLDate;
 
 // A title bar 29 high and `width` wide. `justification` places the title (0 centre, 1 left,
 // 2 right); `style` 0 is the theme's band (other values are kept for later looks).

@@ -11,7 +11,7 @@
 
 #include "PLControl.h"
 
-class PLDate;
+struct PLDate;
 
 constexpr long kVtHeaderMonth = 11;
 constexpr long kVtHeaderDay = 13;

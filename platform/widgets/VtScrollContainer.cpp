@@ -20,7 +20,6 @@ VtScrollContainer::VtScrollContainer(uint32_t id, PLPoint location, PLSize size,
       mAlwaysShowBar(alwaysShowBar),
       mMargins(std::max(0, margins.top), std::max(0, margins.left), std::max(0, margins.bottom),
                std::max(0, margins.right)),
-      mFollowFocus(followFocus),
       mAutoScroll(followFocus) {
     mContent = new VtScrollPane(0, PLPoint(0, 0), size, *this);
     mBar = new VtScrollBar(0, PLPoint(0, 0), PLSize(size.v, mBarWidth));

@@ -65,7 +65,6 @@ private:
     int mBarWidth;
     bool mAlwaysShowBar;
     PLRect mMargins;
-    bool mFollowFocus;
     bool mAutoScroll = false;
     long mFixedRange = -1;
 };
