@@ -211,22 +211,22 @@ TEST(MonthLanes, SpansClippedToTheMonthAndMidnightEnds) {
 
 struct ExpandRow {
     const char* name;
-    NodeSpec node;
+    NodeFields node;
     int year, month;
     std::vector<int> days;
 };
 
-NodeSpec Repeat(PLDate first, int kind, int a, int b, PLDate limit = D(2030, 12, 31)) {
-    NodeSpec spec;
-    spec.id = 9;
-    spec.first = first;
-    spec.last = first;
-    spec.kind = kind;
-    spec.a = a;
-    spec.b = b;
-    spec.limit = limit;
-    spec.hasLimit = true;
-    return spec;
+NodeFields Repeat(PLDate first, int kind, int a, int b, PLDate limit = D(2030, 12, 31)) {
+    NodeFields fields;
+    fields.id = 9;
+    fields.first = first;
+    fields.last = first;
+    fields.kind = kind;
+    fields.a = a;
+    fields.b = b;
+    fields.limit = limit;
+    fields.hasLimit = true;
+    return fields;
 }
 
 constexpr int kMon = 1 << 1;
@@ -268,10 +268,10 @@ TEST(MonthExpansion, EveryRepeatKind) {
 }
 
 TEST(MonthExpansion, RepeatingSpansKeepTheirLength) {
-    NodeSpec spec = Repeat(D(2026, 3, 6), 2, 1, kFri);
-    spec.last = D(2026, 3, 8);
+    NodeFields fields = Repeat(D(2026, 3, 6), 2, 1, kFri);
+    fields.last = D(2026, 3, 8);
     NodeList list;
-    list.Add(spec);
+    list.Add(fields);
     VtCalendarMonthModel model = ModelFor(2026, 3, 1, 1);
     model.Build(list.Head());
     EXPECT_EQ(MarkedDays(model, 9),
@@ -282,16 +282,16 @@ TEST(MonthExpansion, RepeatingSpansKeepTheirLength) {
 }
 
 TEST(MonthExpansion, ImpossibleRecordsShowWhatTheirFieldsAllow) {
-    NodeSpec endBeforeStart;
+    NodeFields endBeforeStart;
     endBeforeStart.id = 9;
     endBeforeStart.first = D(2026, 3, 10);
     endBeforeStart.last = D(2026, 3, 5);
-    NodeSpec colourZero;
+    NodeFields colourZero;
     colourZero.id = 9;
     colourZero.first = D(2026, 3, 5);
     colourZero.last = D(2026, 3, 5);
     colourZero.colour = 0;
-    NodeSpec unknownKind = colourZero;
+    NodeFields unknownKind = colourZero;
     unknownKind.kind = 3;
     unknownKind.colour = 11544;
 

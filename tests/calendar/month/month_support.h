@@ -7,7 +7,7 @@
 #include "PLDate.h"
 #include "PLTime.h"
 
-struct NodeSpec {
+struct NodeFields {
     int id = 1;
     PLDate first;
     PLDate last;
@@ -24,18 +24,18 @@ struct NodeSpec {
 // Owns the nodes of one list; Head() links them in the order they were added.
 class NodeList {
 public:
-    NodeList& Add(const NodeSpec& spec) {
+    NodeList& Add(const NodeFields& fields) {
         APMonthEventNode node{};
-        node.firstDay = spec.first;
-        node.lastDay = spec.last;
-        node.limitDay = spec.hasLimit ? spec.limit : spec.last;
-        node.endTime = spec.end;
-        node.recurKind = spec.kind;
-        node.recurValueA = spec.a;
-        node.recurValueB = spec.b;
-        node.id = spec.id;
-        node.colour = spec.colour;
-        node.allDay = spec.allDay ? 1 : 0;
+        node.firstDay = fields.first;
+        node.lastDay = fields.last;
+        node.limitDay = fields.hasLimit ? fields.limit : fields.last;
+        node.endTime = fields.end;
+        node.recurKind = fields.kind;
+        node.recurValueA = fields.a;
+        node.recurValueB = fields.b;
+        node.id = fields.id;
+        node.colour = fields.colour;
+        node.allDay = fields.allDay ? 1 : 0;
         mNodes.push_back(node);
         return *this;
     }
