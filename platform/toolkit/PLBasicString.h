@@ -34,7 +34,9 @@ public:
         Append(text);
         return *this;
     }
-    PLBasicString operator+(const PLBasicString& other) const { return PLBasicString(mText + other.mText); }
+    PLBasicString operator+(const PLBasicString& other) const {
+        return PLBasicString(mText + other.mText);
+    }
     bool operator==(const PLBasicString& other) const { return mText == other.mText; }
     bool operator==(const C* text) const { return text && mText == text; }
     C operator[](size_t i) const { return mText[i]; }

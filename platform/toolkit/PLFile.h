@@ -16,7 +16,7 @@ public:
     static constexpr long kError = 12;
     // Modes of OpenFile.
     static constexpr long kRead = 0;
-    static constexpr long kWrite = 1;   // create or truncate
+    static constexpr long kWrite = 1;  // create or truncate
     static constexpr long kAppend = 2;
 
     PLFile() = default;

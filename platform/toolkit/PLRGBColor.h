@@ -15,14 +15,18 @@ struct PLRGBColor {
         : red(r), green(g), blue(b), alpha(a) {}
     // A colour from a packed 0xRRGGBB value; -1 stands for the theme's default colour.
     constexpr PLRGBColor(long packed, bool withAlpha)
-        : red(uint8_t(packed >> 16)), green(uint8_t(packed >> 8)), blue(uint8_t(packed)),
-          alpha(withAlpha ? uint8_t(packed >> 24) : 255), isDefault(packed == -1) {}
+        : red(uint8_t(packed >> 16)),
+          green(uint8_t(packed >> 8)),
+          blue(uint8_t(packed)),
+          alpha(withAlpha ? uint8_t(packed >> 24) : 255),
+          isDefault(packed == -1) {}
 
     constexpr uint32_t ToARGB() const {
         return (uint32_t(alpha) << 24) | (uint32_t(red) << 16) | (uint32_t(green) << 8) | blue;
     }
     static constexpr PLRGBColor FromARGB(uint32_t argb) {
-        return PLRGBColor(uint8_t(argb >> 16), uint8_t(argb >> 8), uint8_t(argb), uint8_t(argb >> 24));
+        return PLRGBColor(uint8_t(argb >> 16), uint8_t(argb >> 8), uint8_t(argb),
+                          uint8_t(argb >> 24));
     }
     constexpr bool operator==(const PLRGBColor& o) const {
         return red == o.red && green == o.green && blue == o.blue && alpha == o.alpha &&

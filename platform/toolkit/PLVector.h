@@ -13,7 +13,9 @@ public:
     bool IsEmpty() const { return mItems.empty(); }
     void Append(const T& item) { mItems.push_back(item); }
     void Insert(size_t index, const T& item) {
-        mItems.insert(mItems.begin() + static_cast<std::ptrdiff_t>(index <= mItems.size() ? index : mItems.size()), item);
+        mItems.insert(mItems.begin() + static_cast<std::ptrdiff_t>(
+                                           index <= mItems.size() ? index : mItems.size()),
+                      item);
     }
     void RemoveAt(size_t index) {
         if (index < mItems.size()) {
