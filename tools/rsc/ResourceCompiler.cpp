@@ -48,16 +48,18 @@ std::vector<std::string> SplitWords(const std::string& line) {
     return words;
 }
 
-// Lines of a source file with their numbers, without line ends, blank lines and comments.
-struct SourceLine {
-    int number;
-    std::string text;
-};
+}  // namespace
 
-bool ReadSourceLines(const std::string& path, std::vector<SourceLine>& lines) {
+void ResourceCompiler::Fail(const std::string& where, const std::string& what) {
+    mErrors.push_back(where + ": " + what);
+}
+
+std::vector<ResourceCompiler::SourceLine> ResourceCompiler::ReadSource(const std::string& path) {
+    std::vector<SourceLine> lines;
     std::ifstream in(path, std::ios::binary);
     if (!in) {
-        return false;
+        Fail(path, "cannot be read");
+        return lines;
     }
     std::string line;
     int number = 0;
@@ -70,15 +72,9 @@ bool ReadSourceLines(const std::string& path, std::vector<SourceLine>& lines) {
         if (first == std::string::npos || line[first] == '#') {
             continue;
         }
-        lines.push_back({number, line.substr(first)});
+        lines.push_back({path + ":" + std::to_string(number), line.substr(first)});
     }
-    return true;
-}
-
-}  // namespace
-
-void ResourceCompiler::Fail(const std::string& where, const std::string& what) {
-    mErrors.push_back(where + ": " + what);
+    return lines;
 }
 
 bool ResourceCompiler::Unescape(const std::string& raw, std::string& text, std::string& reason) {
@@ -139,13 +135,8 @@ bool ResourceCompiler::Read(const std::string& sourceDir, const std::string& req
 }
 
 void ResourceCompiler::ReadTexts(const std::string& path) {
-    std::vector<SourceLine> lines;
-    if (!ReadSourceLines(path, lines)) {
-        Fail(path, "cannot be read");
-        return;
-    }
-    for (const SourceLine& line : lines) {
-        const std::string where = path + ":" + std::to_string(line.number);
+    for (const SourceLine& line : ReadSource(path)) {
+        const std::string& where = line.where;
         size_t gap = line.text.find_first_of(" \t");
         std::string idWord = line.text.substr(0, gap);
         uint32_t id = 0;
@@ -213,13 +204,8 @@ void ResourceCompiler::ReadBitmaps(const std::string& folder) {
 }
 
 void ResourceCompiler::ReadFamilies(const std::string& path) {
-    std::vector<SourceLine> lines;
-    if (!ReadSourceLines(path, lines)) {
-        Fail(path, "cannot be read");
-        return;
-    }
-    for (const SourceLine& line : lines) {
-        const std::string where = path + ":" + std::to_string(line.number);
+    for (const SourceLine& line : ReadSource(path)) {
+        const std::string& where = line.where;
         std::vector<std::string> words = SplitWords(line.text);
         if (words.size() < 2 || words.size() > 5) {
             Fail(where,
@@ -276,13 +262,8 @@ bool ResourceCompiler::Defines(const std::string& type, uint32_t id) const {
 }
 
 void ResourceCompiler::ReadRequired(const std::string& path) {
-    std::vector<SourceLine> lines;
-    if (!ReadSourceLines(path, lines)) {
-        Fail(path, "cannot be read");
-        return;
-    }
-    for (const SourceLine& line : lines) {
-        const std::string where = path + ":" + std::to_string(line.number);
+    for (const SourceLine& line : ReadSource(path)) {
+        const std::string& where = line.where;
         std::vector<std::string> words = SplitWords(line.text);
         const std::string& type = words[0];
         if (type != "text" && type != "bitm" && type != "bitf") {

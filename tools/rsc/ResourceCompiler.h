@@ -49,7 +49,15 @@ private:
         std::string where;
         uint32_t bitmaps[4];
     };
+    // A line of a source file that holds something, with its "path:number" for messages.
+    struct SourceLine {
+        std::string where;
+        std::string text;
+    };
 
+    // The lines of a source file without line ends, blank lines and comments; a file that cannot be
+    // read is reported and gives no lines.
+    std::vector<SourceLine> ReadSource(const std::string& path);
     void ReadTexts(const std::string& path);
     void ReadBitmaps(const std::string& folder);
     void ReadFamilies(const std::string& path);
