@@ -7,15 +7,14 @@
 
 #include <cstdio>
 #include <ctime>
-#include <filesystem>
 #include <memory>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "APEventRec.h"
+#include "BenchStoreCache.h"
 #include "PLAppContext.h"
-#include "PLDeviceRoot.h"
 #include "PLScreen.h"
 #include "PLView.h"
 #include "app/VtCalendarEventStore.h"
@@ -109,27 +108,8 @@ std::vector<_EventRecInfo> MakeEvents(Age age) {
 
 // Points the device root at the cached store for `age`, building it on first use.
 bool UseStore(Age age, std::string& error) {
-    const std::filesystem::path root = std::filesystem::path(CAL_BINARY_DIR) / "bench-cache" /
-                                       ("calendar-month-" + std::to_string(int(age)));
-    const std::filesystem::path done = root / "complete";
-    PLDeviceRoot::SetRoot(root.string());
-    if (std::filesystem::exists(done)) {
-        return true;
-    }
-    std::filesystem::remove_all(root);
-    std::filesystem::create_directories(root);
-    const std::vector<_EventRecInfo> events = MakeEvents(age);
-    std::vector<int> ids(events.size());
-    APEventRec store;
-    if (store.AddEventRecs(events.data(), int(events.size()), ids.data()) != int(events.size())) {
-        error = store.GetLastError();
-        return false;
-    }
-    std::FILE* marker = std::fopen(done.c_str(), "w");
-    if (marker != nullptr) {
-        std::fclose(marker);
-    }
-    return true;
+    return BenchStoreCache::Use(
+        "calendar-month-" + std::to_string(int(age)), [age] { return MakeEvents(age); }, error);
 }
 
 // The month view on the screen's root, as the application shows it.

@@ -9,7 +9,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <filesystem>
 #include <random>
 #include <string>
 #include <vector>
@@ -17,6 +16,7 @@
 #include "APDatabase.h"
 #include "APEventRec.h"
 #include "APStoreFiles.h"
+#include "BenchStoreCache.h"
 #include "PLDeviceRoot.h"
 #include "PLTimeStamp.h"
 
@@ -96,32 +96,8 @@ std::vector<_EventRecInfo> MakeEvents(int total) {
 
 // Points the device root at the cached store of `total` events, building it on first use.
 bool UseStore(int total, std::string& error) {
-    const std::filesystem::path root =
-        std::filesystem::path(CAL_BINARY_DIR) / "bench-cache" / ("store-" + std::to_string(total));
-    const std::filesystem::path done = root / "complete";
-    PLDeviceRoot::SetRoot(root.string());
-    if (std::filesystem::exists(done)) {
-        return true;
-    }
-    std::filesystem::remove_all(root);
-    std::filesystem::create_directories(root);
-    std::fprintf(stderr, "building a store of %d events in %s (once)\n", total, root.c_str());
-    const std::vector<_EventRecInfo> events = MakeEvents(total);
-    APEventRec store;
-    std::vector<int> ids(events.size());
-    constexpr int kBatch = 50000;
-    for (size_t at = 0; at < events.size(); at += kBatch) {
-        const int count = int(std::min<size_t>(kBatch, events.size() - at));
-        if (store.AddEventRecs(events.data() + at, count, ids.data() + at) != count) {
-            error = store.GetLastError();
-            return false;
-        }
-    }
-    std::FILE* marker = std::fopen(done.c_str(), "w");
-    if (marker) {
-        std::fclose(marker);
-    }
-    return true;
+    return BenchStoreCache::Use(
+        "store-" + std::to_string(total), [total] { return MakeEvents(total); }, error);
 }
 
 void MonthQuery(benchmark::State& state) {
