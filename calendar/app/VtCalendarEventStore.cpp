@@ -7,30 +7,33 @@
 #include "APEventRec.h"
 #include "PLTimeStamp.h"
 
-APMonthEventNode* VtCalendarQueryMonth(long start, long end) {
-    assert(start <= end && "a month range runs forward");
+namespace {
+
+using RangeQuery = APMonthEventNode* (APEventRec::*)(long, long, PLBasicString<char>&);
+
+// Runs one of the store's range queries and moves midnight ends back onto the day before.
+APMonthEventNode* QueryRange(RangeQuery query, long start, long end) {
     PLBasicString<char> unused;
     unused.SetLength(0);
     APMonthEventNode* head = nullptr;
     {
         APEventRec store;
-        head = store.QueryMonthEventView(start, end, unused);
+        head = (store.*query)(start, end, unused);
     }
     VtCalendarAdjustMidnightEnds(head);
     return head;
 }
 
+}  // namespace
+
+APMonthEventNode* VtCalendarQueryMonth(long start, long end) {
+    assert(start <= end && "a month range runs forward");
+    return QueryRange(&APEventRec::QueryMonthEventView, start, end);
+}
+
 APMonthEventNode* VtCalendarQueryWeek(long start, long end) {
     assert(start <= end && "a week range runs forward");
-    PLBasicString<char> unused;
-    unused.SetLength(0);
-    APMonthEventNode* head = nullptr;
-    {
-        APEventRec store;
-        head = store.QueryWeekEventView(start, end, unused);
-    }
-    VtCalendarAdjustMidnightEnds(head);
-    return head;
+    return QueryRange(&APEventRec::QueryWeekEventView, start, end);
 }
 
 APDayEventNode* VtCalendarQueryDay(long start, long end) {
