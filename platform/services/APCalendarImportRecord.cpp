@@ -26,7 +26,7 @@ bool FitsStamp(long long value) {
     return value >= INT32_MIN && value <= INT32_MAX;
 }
 
-long long UtcStamp(int y, int m, int d, int h, int mi, int s) {
+struct tm Fields(int y, int m, int d, int h, int mi, int s) {
     struct tm fields {};
     fields.tm_year = y - 1900;
     fields.tm_mon = m - 1;
@@ -34,17 +34,17 @@ long long UtcStamp(int y, int m, int d, int h, int mi, int s) {
     fields.tm_hour = h;
     fields.tm_min = mi;
     fields.tm_sec = s;
+    return fields;
+}
+
+long long UtcStamp(int y, int m, int d, int h, int mi, int s) {
+    struct tm fields = Fields(y, m, d, h, mi, s);
     return static_cast<long long>(timegm(&fields));
 }
 
 long long LocalStamp(int y, int m, int d, int h, int mi, int s) {
-    struct tm fields {};
-    fields.tm_year = y - 1900;
-    fields.tm_mon = m - 1;
-    fields.tm_mday = d;
-    fields.tm_hour = h;
-    fields.tm_min = mi;
-    fields.tm_sec = s;
+    struct tm fields = Fields(y, m, d, h, mi, s);
+    // Let the C library decide whether summer time applies on that day.
     fields.tm_isdst = -1;
     return static_cast<long long>(mktime(&fields));
 }
