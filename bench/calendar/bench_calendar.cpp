@@ -252,30 +252,15 @@ void LibicalExpandMonth(benchmark::State& state) {
     state.counters["occurrences"] = double(occurrences);
 }
 
-BENCHMARK(MonthReloadRepaint)
-    ->ArgName("years")
-    ->Arg(kOneYear)
-    ->Arg(kTenYears)
-    ->Arg(kUpToTwenty)
-    ->Unit(benchmark::kMicrosecond)
-    ->Repetitions(5)
-    ->ReportAggregatesOnly(true);
-BENCHMARK(MonthModelBuild)
-    ->ArgName("years")
-    ->Arg(kOneYear)
-    ->Arg(kTenYears)
-    ->Arg(kUpToTwenty)
-    ->Unit(benchmark::kMicrosecond)
-    ->Repetitions(5)
-    ->ReportAggregatesOnly(true);
-BENCHMARK(LibicalExpandMonth)
-    ->ArgName("years")
-    ->Arg(kOneYear)
-    ->Arg(kTenYears)
-    ->Arg(kUpToTwenty)
-    ->Unit(benchmark::kMicrosecond)
-    ->Repetitions(5)
-    ->ReportAggregatesOnly(true);
+// Every benchmark runs at each age of the repeating events.
+void Ages(benchmark::internal::Benchmark* b) {
+    b->ArgName("years")->Arg(kOneYear)->Arg(kTenYears)->Arg(kUpToTwenty);
+    b->Unit(benchmark::kMicrosecond)->Repetitions(5)->ReportAggregatesOnly(true);
+}
+
+BENCHMARK(MonthReloadRepaint)->Apply(Ages);
+BENCHMARK(MonthModelBuild)->Apply(Ages);
+BENCHMARK(LibicalExpandMonth)->Apply(Ages);
 
 }  // namespace
 
