@@ -263,12 +263,3 @@ BENCHMARK(MonthModelBuild)->Apply(Ages);
 BENCHMARK(LibicalExpandMonth)->Apply(Ages);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    setenv("TZ", "UTC", 1);
-    tzset();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -100,6 +100,16 @@ bool UseStore(int total, std::string& error) {
         "store-" + std::to_string(total), [total] { return MakeEvents(total); }, error);
 }
 
+// Length of a node list (month or day nodes alike).
+template <class Node>
+long CountNodes(const Node* head) {
+    long nodes = 0;
+    for (const Node* n = head; n != nullptr; n = n->next) {
+        ++nodes;
+    }
+    return nodes;
+}
+
 void MonthQuery(benchmark::State& state) {
     std::string error;
     if (!UseStore(int(state.range(0)), error)) {
@@ -111,10 +121,7 @@ void MonthQuery(benchmark::State& state) {
     long nodes = 0;
     for (auto _ : state) {
         APMonthEventNode* head = store.QueryMonthEventView(kMonthStart, kMonthEnd, text);
-        nodes = 0;
-        for (APMonthEventNode* n = head; n; n = n->next) {
-            ++nodes;
-        }
+        nodes = CountNodes(head);
         APFreeEventNodes(head);
     }
     state.counters["nodes"] = double(nodes);
@@ -169,10 +176,7 @@ void DayQuery(benchmark::State& state) {
     long nodes = 0;
     for (auto _ : state) {
         APDayEventNode* head = store.GetDayEventView(day, day + 86399, text);
-        nodes = 0;
-        for (APDayEventNode* n = head; n; n = n->next) {
-            ++nodes;
-        }
+        nodes = CountNodes(head);
         APFreeEventNodes(head);
     }
     state.counters["nodes"] = double(nodes);
@@ -188,12 +192,3 @@ BENCHMARK(PlainSqlMonthQuery)->Apply(Sizes);
 BENCHMARK(DayQuery)->Apply(Sizes);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    setenv("TZ", "UTC", 1);
-    tzset();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
