@@ -53,6 +53,17 @@ struct Ymd {
            << want.y << "-" << want.m << "-" << want.d;
 }
 
+// A one-hour event starting at 09:00 on `start` with the given rule; the count is left as made.
+_RecurInfo Setting(Ymd start, int kind, int interval, int pattern) {
+    _RecurInfo setting;
+    setting.startStamp = int32_t(At(start.y, start.m, start.d));
+    setting.endStamp = setting.startStamp + 3600;
+    setting.interval = interval;
+    setting.pattern = pattern;
+    setting.kind = kind;
+    return setting;
+}
+
 struct SeriesRow {
     const char* name;
     Ymd start;
@@ -98,13 +109,8 @@ const SeriesRow kSeriesRows[] = {
 TEST_F(SeriesEndTest, LastOccurrenceByKind) {
     for (const SeriesRow& row : kSeriesRows) {
         SCOPED_TRACE(row.name);
-        _RecurInfo setting;
-        setting.startStamp = int32_t(At(row.start.y, row.start.m, row.start.d));
-        setting.endStamp = setting.startStamp + 3600;
-        setting.interval = row.interval;
-        setting.pattern = row.pattern;
+        _RecurInfo setting = Setting(row.start, row.kind, row.interval, row.pattern);
         setting.count = row.count;
-        setting.kind = row.kind;
         int count = -99;
         PLDate last;
         const bool ok = ComputeSeriesEnd(setting, count, last);
@@ -151,12 +157,7 @@ const UntilRow kUntilRows[] = {
 TEST_F(SeriesEndTest, CountUntilDate) {
     for (const UntilRow& row : kUntilRows) {
         SCOPED_TRACE(row.name);
-        _RecurInfo setting;
-        setting.startStamp = int32_t(At(row.start.y, row.start.m, row.start.d));
-        setting.endStamp = setting.startStamp + 3600;
-        setting.interval = row.interval;
-        setting.pattern = row.pattern;
-        setting.kind = row.kind;
+        _RecurInfo setting = Setting(row.start, row.kind, row.interval, row.pattern);
         PLDate date(row.until.y, row.until.m, row.until.d);
         int count = -99;
         bool ok = false;
