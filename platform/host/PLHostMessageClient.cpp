@@ -2,27 +2,13 @@
 #include "PLHostMessageClient.h"
 
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
 
 #include "PLHostMessageCodec.h"
-
-bool PLHostMessageClient::MakeAddress(const std::string& path, void* sockaddrUn,
-                                      std::string& error) {
-    auto* address = static_cast<sockaddr_un*>(sockaddrUn);
-    std::memset(address, 0, sizeof(*address));
-    address->sun_family = AF_UNIX;
-    if (path.size() >= sizeof(address->sun_path)) {
-        error = "socket path too long (" + std::to_string(path.size()) + " bytes, at most " +
-                std::to_string(sizeof(address->sun_path) - 1) + "): " + path;
-        return false;
-    }
-    std::memcpy(address->sun_path, path.c_str(), path.size() + 1);
-    return true;
-}
+#include "PLHostSocketAddress.h"
 
 bool PLHostSendMessage(const std::string& deviceRoot, uint32_t messageID, uint32_t a, uint32_t b,
                        const std::string& s1, const std::string& s2, std::string& error) {
@@ -34,8 +20,12 @@ bool PLHostSendMessage(const std::string& deviceRoot, uint32_t messageID, uint32
         return false;
     }
     std::string path = PLHostMessageCodec::SocketPath(deviceRoot);
-    sockaddr_un address{};
-    if (!PLHostMessageClient::MakeAddress(path, &address, error)) {
+    PLHostSocketAddress address;
+    int addressError = 0;
+    if (!address.Set(path, error, &addressError)) {
+        if (addressError == ENOENT) {
+            error = "no simulator is running on " + deviceRoot;
+        }
         return false;
     }
     int fd = ::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
@@ -43,8 +33,7 @@ bool PLHostSendMessage(const std::string& deviceRoot, uint32_t messageID, uint32
         error = std::string("cannot make a socket: ") + std::strerror(errno);
         return false;
     }
-    ssize_t sent = ::sendto(fd, datagram.data(), datagram.size(), 0,
-                            reinterpret_cast<const sockaddr*>(&address), sizeof(address));
+    ssize_t sent = ::sendto(fd, datagram.data(), datagram.size(), 0, address.Get(), address.Size());
     int why = errno;
     ::close(fd);
     if (sent == ssize_t(datagram.size())) {

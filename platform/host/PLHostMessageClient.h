@@ -11,8 +11,3 @@
 bool PLHostSendMessage(const std::string& deviceRoot, uint32_t messageID, uint32_t a, uint32_t b,
                        const std::string& s1, const std::string& s2, std::string& error);
 
-class PLHostMessageClient {
-public:
-    // Fills a Unix socket address; false when the path does not fit.
-    static bool MakeAddress(const std::string& path, void* sockaddrUn, std::string& error);
-};

@@ -4,7 +4,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -12,15 +11,15 @@
 #include <cstring>
 #include <vector>
 
-#include "PLHostMessageClient.h"
+#include "PLHostSocketAddress.h"
 
 PLHostMessageServer::~PLHostMessageServer() {
     Stop();
 }
 
 bool PLHostMessageServer::ClearStale(const std::string& path, std::string& error) {
-    sockaddr_un address{};
-    if (!PLHostMessageClient::MakeAddress(path, &address, error)) {
+    PLHostSocketAddress address;
+    if (!address.Set(path, error)) {
         return false;
     }
     int probe = ::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
@@ -28,7 +27,7 @@ bool PLHostMessageServer::ClearStale(const std::string& path, std::string& error
         error = std::string("cannot make a socket: ") + std::strerror(errno);
         return false;
     }
-    int result = ::connect(probe, reinterpret_cast<const sockaddr*>(&address), sizeof(address));
+    int result = ::connect(probe, address.Get(), address.Size());
     int why = errno;
     ::close(probe);
     if (result == 0) {
@@ -55,8 +54,8 @@ bool PLHostMessageServer::Start(const std::string& path, Receiver receiver, std:
         error = "the message server is already running";
         return false;
     }
-    sockaddr_un address{};
-    if (!PLHostMessageClient::MakeAddress(path, &address, error) || !ClearStale(path, error)) {
+    PLHostSocketAddress address;
+    if (!address.Set(path, error) || !ClearStale(path, error)) {
         return false;
     }
     int fd = ::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
@@ -64,7 +63,7 @@ bool PLHostMessageServer::Start(const std::string& path, Receiver receiver, std:
         error = std::string("cannot make a socket: ") + std::strerror(errno);
         return false;
     }
-    if (::bind(fd, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0) {
+    if (::bind(fd, address.Get(), address.Size()) != 0) {
         error = "cannot listen on " + path + ": " + std::strerror(errno);
         ::close(fd);
         return false;

@@ -23,6 +23,7 @@
 #include "PLDeviceRoot.h"
 #include "PLHostMessageClient.h"
 #include "PLHostMessageCodec.h"
+#include "PLHostSocketAddress.h"
 
 #if CAL_HAVE_SERVICES
 #include "APConfig.h"
@@ -113,9 +114,10 @@ protected:
 
     std::string Socket() const { return PLHostMessageCodec::SocketPath(mRoot); }
     // Waits for a started simulator to listen on its socket.
-    bool WaitForSocket() const {
+    bool WaitForSocket() const { return WaitForSocket(mRoot); }
+    static bool WaitForSocket(const std::string& root) {
         for (int i = 0; i < 500; ++i) {
-            if (fs::exists(Socket())) {
+            if (fs::exists(PLHostMessageCodec::SocketPath(root))) {
                 return true;
             }
             std::this_thread::sleep_for(10ms);
@@ -131,11 +133,11 @@ protected:
     // otherwise the file stays behind with nobody reading it (stale).
     int BindSocketFile(bool keep) const {
         fs::create_directories(fs::path(Socket()).parent_path());
-        sockaddr_un address{};
+        PLHostSocketAddress address;
         std::string error;
-        EXPECT_TRUE(PLHostMessageClient::MakeAddress(Socket(), &address, error)) << error;
+        EXPECT_TRUE(address.Set(Socket(), error)) << error;
         int fd = ::socket(AF_UNIX, SOCK_DGRAM, 0);
-        EXPECT_EQ(::bind(fd, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+        EXPECT_EQ(::bind(fd, address.Get(), address.Size()), 0);
         if (!keep) {
             ::close(fd);
             return -1;
@@ -148,17 +150,25 @@ protected:
 };
 
 TEST_F(SimulatorProcess, MessagesFromAnotherProcessReachTheApplication) {
-    Simulator simulator(mWork, mRoot, {});
-    ASSERT_TRUE(WaitForSocket()) << simulator.Errors();
-    std::string error;
-    ASSERT_TRUE(PLHostSendMessage(mRoot, 10041, 0x3F3F3F3F, 0x3F3F3F3F, "", "test", error))
-        << error;
-    EXPECT_EQ(simulator.Wait(300ms), -1) << "10041 must not end the application";
-    ASSERT_TRUE(PLHostSendMessage(mRoot, 5005, 0x3F3F3F3F, 0x3F3F3F3F, "", "test", error)) << error;
-    EXPECT_EQ(simulator.Wait(), 0) << simulator.Errors();
-    std::string log = ReadFile(fs::path(mRoot) / "var/log/messages.jsonl");
-    EXPECT_NE(log.find("\"id\":5010,"), std::string::npos) << log;
-    EXPECT_FALSE(fs::exists(Socket())) << "a clean end removes the socket";
+    // A socket address holds at most 107 bytes of path; a root in a deep checkout goes past it.
+    const std::string deep = (mWork / std::string(120, 'd') / "root").string();
+    ASSERT_GT(PLHostMessageCodec::SocketPath(deep).size(), 107u);
+    for (const std::string& root : {mRoot, deep}) {
+        SCOPED_TRACE(root);
+        const std::string socket = PLHostMessageCodec::SocketPath(root);
+        Simulator simulator(mWork, root, {});
+        ASSERT_TRUE(WaitForSocket(root)) << simulator.Errors();
+        std::string error;
+        ASSERT_TRUE(PLHostSendMessage(root, 10041, 0x3F3F3F3F, 0x3F3F3F3F, "", "test", error))
+            << error;
+        EXPECT_EQ(simulator.Wait(300ms), -1) << "10041 must not end the application";
+        ASSERT_TRUE(PLHostSendMessage(root, 5005, 0x3F3F3F3F, 0x3F3F3F3F, "", "test", error))
+            << error;
+        EXPECT_EQ(simulator.Wait(), 0) << simulator.Errors();
+        std::string log = ReadFile(fs::path(root) / "var/log/messages.jsonl");
+        EXPECT_NE(log.find("\"id\":5010,"), std::string::npos) << log;
+        EXPECT_FALSE(fs::exists(socket)) << "a clean end removes the socket";
+    }
 }
 
 TEST_F(SimulatorProcess, OneSimulatorPerDeviceRoot) {
