@@ -7,14 +7,16 @@
 
 namespace {
 
-// "--name value" or "--name=value"; advances `i` past what it used.
+// "--name value" or "--name=value"; advances `i` past what it used. In the first form a following
+// option is not taken as the value: "--root --headless" is a forgotten folder, not a folder named
+// "--headless" (which "--root=--headless" still reaches).
 bool TakeValue(int argc, const char* const* argv, int& i, const std::string& name,
                std::string& value, bool& matched, std::string& error) {
     std::string argument = argv[i];
     matched = false;
     if (argument == name) {
         matched = true;
-        if (i + 1 >= argc) {
+        if (i + 1 >= argc || std::strncmp(argv[i + 1], "--", 2) == 0) {
             error = name + " needs a value";
             return false;
         }
