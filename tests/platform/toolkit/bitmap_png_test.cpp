@@ -1,7 +1,6 @@
 // PNG files: round trip, every colour type read as ARGB, and damaged files refused with a message.
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -44,16 +43,11 @@ Bytes MakePng(uint32_t width, uint32_t height, uint8_t depth, uint8_t colorType,
     if (!transparency.empty()) {
         Chunk(out, "tRNS", transparency);
     }
-    Bytes zlib = {0x78,
-                  0x01,
-                  0x01,
-                  uint8_t(scanlines.size()),
-                  uint8_t(scanlines.size() >> 8),
-                  uint8_t(~scanlines.size()),
-                  uint8_t(~scanlines.size() >> 8)};
+    const uint16_t size = uint16_t(scanlines.size());
+    Bytes zlib = {0x78, 0x01, 0x01, uint8_t(size), uint8_t(size >> 8)};
+    zlib.insert(zlib.end(), {uint8_t(~size), uint8_t(~size >> 8)});
     zlib.insert(zlib.end(), scanlines.begin(), scanlines.end());
-    uint32_t a = 1;
-    uint32_t b = 0;
+    uint32_t a = 1, b = 0;
     for (uint8_t byte : scanlines) {
         a = (a + byte) % 65521;
         b = (b + a) % 65521;
@@ -66,13 +60,19 @@ Bytes MakePng(uint32_t width, uint32_t height, uint8_t depth, uint8_t colorType,
 
 class BitmapPngTest : public ::testing::Test {
 protected:
-    std::string Write(const std::string& name, const Bytes& bytes) {
-        const std::string path = Path(name);
-        std::ofstream(path, std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
-        return path;
-    }
     std::string Path(const std::string& name) const { return mDir.Path() + "/" + name; }
+    // Loads `path`, which must succeed, into an owned bitmap of the expected size.
+    std::unique_ptr<PLBitmap> Load(const std::string& path, int width, int height) {
+        PLBitmap* loaded = nullptr;
+        std::string error;
+        EXPECT_TRUE(PLBitmap::LoadPNG(path, loaded, error)) << error;
+        std::unique_ptr<PLBitmap> owner(loaded);
+        if (owner && (owner->GetWidth() != width || owner->GetHeight() != height)) {
+            ADD_FAILURE() << "loaded " << owner->GetWidth() << "x" << owner->GetHeight();
+            owner.reset();
+        }
+        return owner;
+    }
 
 private:
     ScratchRoot mDir;
@@ -81,11 +81,9 @@ private:
 TEST_F(BitmapPngTest, SavedBitmapReadsBackPixelForPixel) {
     struct Row {
         const char* name;
-        int width;
-        int height;
+        int width, height;
     };
-    const Row rows[] = {
-        {"one pixel", 1, 1}, {"screen sized", 240, 320}, {"one tall column", 1, 50}};
+    const Row rows[] = {{"one pixel", 1, 1}, {"screen sized", 240, 320}, {"one column", 1, 50}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         std::vector<uint32_t> pixels;
@@ -93,14 +91,11 @@ TEST_F(BitmapPngTest, SavedBitmapReadsBackPixelForPixel) {
             // Every alpha, including 0 and 255, with colours that differ per pixel.
             pixels.push_back((uint32_t(i * 37) << 24) | (uint32_t(i * 7919) & 0xFFFFFF));
         }
-        const PLBitmap original(row.width, row.height, pixels);
         std::string error;
-        ASSERT_TRUE(original.SavePNG(Path("round.png"), error)) << error;
-        PLBitmap* loaded = nullptr;
-        ASSERT_TRUE(PLBitmap::LoadPNG(Path("round.png"), loaded, error)) << error;
-        std::unique_ptr<PLBitmap> owner(loaded);
-        ASSERT_EQ(loaded->GetWidth(), row.width);
-        ASSERT_EQ(loaded->GetHeight(), row.height);
+        ASSERT_TRUE(PLBitmap(row.width, row.height, pixels).SavePNG(Path("round.png"), error))
+            << error;
+        auto loaded = Load(Path("round.png"), row.width, row.height);
+        ASSERT_NE(loaded, nullptr);
         EXPECT_TRUE(std::equal(pixels.begin(), pixels.end(), loaded->Pixels()));
     }
 }
@@ -109,35 +104,28 @@ TEST_F(BitmapPngTest, EveryColourTypeIsReadAsArgb) {
     struct Row {
         const char* name;
         Bytes png;
-        std::vector<uint32_t> expected;  // 2 x 1 pixels
+        uint32_t left, right;  // the two pixels of a 2 x 1 image
     };
+    // clang-format off
     const std::vector<Row> rows = {
-        {"grey 8-bit", MakePng(2, 1, 8, 0, {0, 0x00, 0x80}), {0xFF000000, 0xFF808080}},
-        {"grey with alpha",
-         MakePng(2, 1, 8, 4, {0, 0x40, 0x00, 0xFF, 0x7F}),
-         {0x00404040, 0x7FFFFFFF}},
-        {"grey 1-bit", MakePng(2, 1, 1, 0, {0, 0x80}), {0xFFFFFFFF, 0xFF000000}},
-        {"RGB 8-bit", MakePng(2, 1, 8, 2, {0, 1, 2, 3, 250, 251, 252}), {0xFF010203, 0xFFFAFBFC}},
+        {"grey 8-bit", MakePng(2, 1, 8, 0, {0, 0x00, 0x80}), 0xFF000000, 0xFF808080},
+        {"grey with alpha", MakePng(2, 1, 8, 4, {0, 0x40, 0x00, 0xFF, 0x7F}), 0x00404040, 0x7FFFFFFF},
+        {"grey 1-bit", MakePng(2, 1, 1, 0, {0, 0x80}), 0xFFFFFFFF, 0xFF000000},
+        {"RGB 8-bit", MakePng(2, 1, 8, 2, {0, 1, 2, 3, 250, 251, 252}), 0xFF010203, 0xFFFAFBFC},
         {"RGB 16-bit keeps the high bytes",
-         MakePng(2, 1, 16, 2,
-                 {0, 0x12, 0x00, 0x34, 0x00, 0x56, 0x00, 0xAB, 0x00, 0xCD, 0x00, 0xEF, 0x00}),
-         {0xFF123456, 0xFFABCDEF}},
-        {"RGBA", MakePng(2, 1, 8, 6, {0, 9, 8, 7, 0, 1, 2, 3, 200}), {0x00090807, 0xC8010203}},
+         MakePng(2, 1, 16, 2, {0, 0x12, 0, 0x34, 0, 0x56, 0, 0xAB, 0, 0xCD, 0, 0xEF, 0}), 0xFF123456, 0xFFABCDEF},
+        {"RGBA", MakePng(2, 1, 8, 6, {0, 9, 8, 7, 0, 1, 2, 3, 200}), 0x00090807, 0xC8010203},
         {"palette with transparency",
-         MakePng(2, 1, 8, 3, {0, 1, 0}, {10, 20, 30, 40, 50, 60}, {0x80}),
-         {0xFF28323C, 0x800A141E}},
+         MakePng(2, 1, 8, 3, {0, 1, 0}, {10, 20, 30, 40, 50, 60}, {0x80}), 0xFF28323C, 0x800A141E},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        const std::string path = Write("typed.png", row.png);
-        PLBitmap* loaded = nullptr;
-        std::string error;
-        ASSERT_TRUE(PLBitmap::LoadPNG(path, loaded, error)) << error;
-        std::unique_ptr<PLBitmap> owner(loaded);
-        ASSERT_EQ(loaded->GetWidth(), 2);
-        ASSERT_EQ(loaded->GetHeight(), 1);
-        EXPECT_EQ(loaded->GetPixel(0, 0), row.expected[0]);
-        EXPECT_EQ(loaded->GetPixel(1, 0), row.expected[1]);
+        WriteBytes(Path("typed.png"), row.png);
+        auto loaded = Load(Path("typed.png"), 2, 1);
+        ASSERT_NE(loaded, nullptr);
+        EXPECT_EQ(loaded->GetPixel(0, 0), row.left);
+        EXPECT_EQ(loaded->GetPixel(1, 0), row.right);
     }
 }
 
@@ -154,6 +142,7 @@ TEST_F(BitmapPngTest, DamagedFilesAreRefusedWithAMessage) {
         Bytes bytes;
         bool write;
     };
+    // clang-format off
     const std::vector<Row> rows = {
         {"missing file", {}, false},
         {"empty file", {}, true},
@@ -167,9 +156,13 @@ TEST_F(BitmapPngTest, DamagedFilesAreRefusedWithAMessage) {
         {"impossible bit depth", MakePng(2, 1, 7, 2, {0, 1, 2, 3, 4, 5, 6}), true},
         {"palette image without a palette", MakePng(2, 1, 8, 3, {0, 0, 1}), true},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        const std::string path = row.write ? Write("bad.png", row.bytes) : Path("absent.png");
+        const std::string path = Path(row.write ? "bad.png" : "absent.png");
+        if (row.write) {
+            WriteBytes(path, row.bytes);
+        }
         PLBitmap stale(1, 1);
         PLBitmap* loaded = &stale;  // a failed load must not leave an old pointer behind
         std::string error;
@@ -183,12 +176,10 @@ TEST_F(BitmapPngTest, FailedSaveLeavesTheOldFileAlone) {
     const PLBitmap original(3, 2, std::vector<uint32_t>(6, 0xFF112233));
     std::string error;
     ASSERT_TRUE(original.SavePNG(Path("keep.png"), error)) << error;
-    const PLBitmap empty(0, 0);
-    EXPECT_FALSE(empty.SavePNG(Path("keep.png"), error));
+    EXPECT_FALSE(PLBitmap(0, 0).SavePNG(Path("keep.png"), error));
     EXPECT_FALSE(original.SavePNG(Path("no/such/dir/x.png"), error));
-    PLBitmap* loaded = nullptr;
-    ASSERT_TRUE(PLBitmap::LoadPNG(Path("keep.png"), loaded, error)) << error;
-    std::unique_ptr<PLBitmap> owner(loaded);
+    auto loaded = Load(Path("keep.png"), 3, 2);
+    ASSERT_NE(loaded, nullptr);
     EXPECT_EQ(loaded->GetPixel(2, 1), 0xFF112233u);
 }
 

@@ -1,5 +1,5 @@
 // The event loop: pen routing by hit, tracking and pen-down pane; keys to the target and then the
-// application; messages and text; nested loops; timers on the pinned clock; posted work.
+// application; main and nested loops; timers on the pinned clock; posted work.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -8,8 +8,6 @@
 #include "PLApplication.h"
 #include "PLClock.h"
 #include "PLEventDispatcher.h"
-#include "PLListener.h"
-#include "PLMessage.h"
 #include "gui_support.h"
 
 namespace {
@@ -19,12 +17,8 @@ public:
     explicit RecordingApp(std::vector<std::string>* log) : mLog(log) {}
     bool DoKeyCommand(char key, short, PLKeyModifiers) override {
         mLog->push_back("app key " + std::to_string(int(uint8_t(key))));
-        if (shutdownKey != 0 && uint8_t(key) == shutdownKey) {
-            PLEventDispatcher::ShutdownEventLoops();
-        }
         return true;
     }
-    uint8_t shutdownKey = 0;
 
 private:
     std::vector<std::string>* mLog;
@@ -124,8 +118,7 @@ TEST_F(GuiTest, KeysGoToTheTargetThenToTheApplication) {
     root->AddSubPane(view, false);
     struct Row {
         const char* name;
-        bool hasTarget;
-        bool targetHandles;
+        bool hasTarget, targetHandles;
         std::vector<std::string> expected;
     };
     const std::vector<Row> rows = {
@@ -142,33 +135,6 @@ TEST_F(GuiTest, KeysGoToTheTargetThenToTheApplication) {
         EXPECT_EQ(log, row.expected);
     }
     PLAppContext::GetInstance()->SetApplication(nullptr);
-}
-
-class MessageRecorder : public PLListener {
-public:
-    void Listen(PLMessage* message) override { ids.push_back(message->GetMessageID()); }
-    std::vector<uint32_t> ids;
-};
-
-TEST_F(GuiTest, MessagesGoToTheDispatcherAndTextToTheSink) {
-    MessageRecorder recorder;
-    PLAppContext::GetInstance()->GetEventDispatcher().AddListener(&recorder);
-    PLEvent message;
-    message.kind = PLEvent::Kind::Message;
-    message.message = std::make_shared<PLMessage>(10041, 0, 0, kEmptyString, kEmptyString);
-    Loop().Dispatch(message);
-    EXPECT_EQ(recorder.ids, std::vector<uint32_t>{10041});
-    PLAppContext::GetInstance()->GetEventDispatcher().RemoveListener(&recorder);
-
-    std::string typed;
-    PLEvent text;
-    text.kind = PLEvent::Kind::Text;
-    text.text = "日本";
-    Loop().Dispatch(text);  // no sink yet: dropped
-    Loop().SetTextSink([&typed](const std::string& t) { typed += t; });
-    text.text = "abc";
-    Loop().Dispatch(text);
-    EXPECT_EQ(typed, "abc");
 }
 
 // A modal dialog's pane: answers on key 18 and shuts the application down on key 31.
@@ -188,45 +154,39 @@ private:
     bool* mAnswered;
 };
 
-TEST_F(GuiTest, NestedLoopEndsOnItsConditionShutdownOrADrySource) {
+TEST_F(GuiTest, LoopsEndOnTheirConditionShutdownOrADrySource) {
     struct Row {
         const char* name;
+        bool nested;
         std::vector<uint8_t> keys;
         bool expectedResult;
         size_t expectedLeft;
     };
     const std::vector<Row> rows = {
-        {"answered: later events stay queued", {17, 18, 19, 20}, true, 2},
-        {"source runs dry first", {17, 19}, false, 0},
-        {"shutdown ends it", {17, 31, 18}, false, 1},
+        {"nested, answered: later events stay queued", true, {17, 18, 19, 20}, true, 2},
+        {"nested, source runs dry first", true, {17, 19}, false, 0},
+        {"nested, shutdown ends it", true, {17, 31, 18}, false, 1},
+        {"main loop, shutdown ends it", false, {17, 31, 18}, false, 1},
+        {"main loop, source runs dry", false, {17, 18}, false, 0},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         bool answered = false;
-        auto* dialog = new DialogPane(&answered);
-        root->AddSubPane(dialog, false);
-        Loop().SetTarget(dialog);
+        DialogPane dialog(&answered);
+        Loop().SetTarget(&dialog);
         source.events.clear();
         for (uint8_t k : row.keys) {
             source.events.push_back(Key(k));
         }
-        EXPECT_EQ(Loop().RunNested([&] { return answered; }), row.expectedResult);
+        if (row.nested) {
+            EXPECT_EQ(Loop().RunNested([&] { return answered; }), row.expectedResult);
+        } else {
+            Loop().Run();
+        }
         EXPECT_EQ(source.events.size(), row.expectedLeft);
         EXPECT_EQ(Loop().GetNestingDepth(), 0);
         Loop().Reset();
-        delete dialog;
     }
-}
-
-TEST_F(GuiTest, RunEndsOnShutdownAndLeavesTheRestQueued) {
-    RecordingApp app(&log);
-    PLAppContext::GetInstance()->SetApplication(&app);
-    source.events = {Key(17), Key(18), Key(19)};
-    app.shutdownKey = 18;
-    Loop().Run();
-    EXPECT_EQ(log, (std::vector<std::string>{"app key 17", "app key 18"}));
-    EXPECT_EQ(source.events.size(), 1u);
-    PLAppContext::GetInstance()->SetApplication(nullptr);
 }
 
 TEST_F(GuiTest, TimersFireFromTheIdleWorkWhenThePinnedClockReachesThem) {
@@ -262,9 +222,8 @@ TEST_F(GuiTest, TimersFireFromTheIdleWorkWhenThePinnedClockReachesThem) {
     }
     EXPECT_EQ(Loop().NextTimerDeadline(), -1);
     PLClock::Unpin();
-}
 
-TEST_F(GuiTest, WorkPostedFromAnotherThreadRunsOnceOnTheIdleWork) {
+    // Work posted from another thread runs once, on the idle work.
     int ran = 0;
     std::thread poster([&] { Loop().Post([&] { ++ran; }); });
     poster.join();

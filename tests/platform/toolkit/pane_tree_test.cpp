@@ -30,19 +30,17 @@ TEST_F(PaneTreeTest, FindPaneSearchesThisPaneFirstThenDepthFirstInZOrder) {
     // root(0) ── a(5) ── a1(7) ── a11(9)
     //        │        └─ a2(9)
     //        └─ b(7) ── b1(11)
-    auto* a = new MortalPane("a", &dead, 5);
-    auto* a1 = new MortalPane("a1", &dead, 7);
-    auto* a11 = new MortalPane("a11", &dead, 9);
-    auto* a2 = new MortalPane("a2", &dead, 9);
-    auto* b = new MortalPane("b", &dead, 7);
-    auto* b1 = new MortalPane("b1", &dead, 11);
-    root->AddSubPane(a, false);
-    root->AddSubPane(b, false);
-    a->AddSubPane(a1, false);
-    a->AddSubPane(a2, false);
-    a1->AddSubPane(a11, false);
-    b->AddSubPane(b1, false);
-
+    auto add = [this](PLPane* parent, const char* name, uint32_t id) {
+        auto* pane = new MortalPane(name, &dead, id);
+        parent->AddSubPane(pane, false);
+        return pane;
+    };
+    PLPane* a = add(root.get(), "a", 5);
+    PLPane* b = add(root.get(), "b", 7);
+    PLPane* a1 = add(a, "a1", 7);
+    PLPane* a11 = add(a1, "a11", 9);
+    add(a, "a2", 9);
+    PLPane* b1 = add(b, "b1", 11);
     struct Row {
         const char* name;
         PLPane* from;
@@ -157,21 +155,6 @@ TEST_F(PaneTreeTest, ScreenGeometryFollowsLocationsAndScrollOffsets) {
         EXPECT_EQ(child->ScreenToLocal(child->LocalToScreen(local)), local);
         delete container;
     }
-}
-
-TEST_F(PaneTreeTest, VisibilityNeedsEveryAncestorShownAndTheScreenRoot) {
-    auto* parent = new PLView(1, {0, 0}, {50, 50});
-    auto* child = new PLView(2, {0, 0}, {10, 10});
-    root->AddSubPane(parent, false);
-    parent->AddSubPane(child, false);
-    EXPECT_TRUE(child->IsVisible());
-    parent->Hide(false);
-    EXPECT_FALSE(child->IsVisible());
-    EXPECT_TRUE(child->GetVisibleScreenRect().IsEmpty());
-    parent->Show(false);
-    root->RemoveSubPane(parent);
-    EXPECT_FALSE(child->IsVisible()) << "not attached to the screen's root";
-    delete parent;
 }
 
 }  // namespace

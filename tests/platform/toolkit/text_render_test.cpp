@@ -4,30 +4,33 @@
 #include <string>
 #include <vector>
 
-#include "PLBitmap.h"
 #include "PLDrawContext.h"
 #include "PLFont.h"
 #include "PLTheme.h"
+#include "toolkit_support.h"
 
 namespace {
 
 constexpr uint32_t kPaper = 0xFFFFFFFF;
 
-PLBitmap Paper(int width, int height) {
-    return PLBitmap(width, height, std::vector<uint32_t>(size_t(width) * size_t(height), kPaper));
-}
-
 // The smallest rectangle holding every pixel that is not paper; empty when none.
 PLRect InkBox(const PLBitmap& bitmap) {
     PLRect box;
-    for (int y = 0; y < bitmap.GetHeight(); ++y) {
-        for (int x = 0; x < bitmap.GetWidth(); ++x) {
-            if (bitmap.GetPixel(x, y) != kPaper) {
-                box = box.Union({y, x, y + 1, x + 1});
-            }
-        }
+    for (const PLPoint& p : Changed(bitmap, kPaper)) {
+        box = box.Union({p.v, p.h, p.v + 1, p.h + 1});
     }
     return box;
+}
+
+// `text` drawn in black on white paper of the given size.
+PLBitmap Drawn(const std::string& text, int width, int height, PLRect rect,
+               PLPoint offset = kNullPoint, long length = -1, bool centred = true,
+               long justification = kPLJustifyLeft) {
+    PLBitmap paper = Filled(width, height, kPaper);
+    PLDrawContext context(paper);
+    context.SetTextColor(PLRGBColor(0, 0, 0));
+    context.DrawString(text, rect, offset, length, centred, justification);
+    return paper;
 }
 
 PLFont* Small() {
@@ -44,25 +47,21 @@ TEST(TextRender, DecodingTurnsEveryBadByteIntoAReplacementMark) {
         std::string text;
         std::vector<char32_t> expected;
     };
+    // clang-format off
     const std::vector<Row> rows = {
         {"ASCII", "Ab", {U'A', U'b'}},
         {"two-byte", "\xc3\xa9", {0xE9}},
         {"three-byte CJK", "\xe6\x97\xa5", {0x65E5}},
         {"four-byte", "\xf0\x9d\x84\x9e", {0x1D11E}},
-        {"stray byte between letters",
-         "a\xff"
-         "b",
-         {U'a', R, U'b'}},
+        {"stray byte between letters", "a\xff" "b", {U'a', R, U'b'}},
         {"continuation byte alone", "\x80", {R}},
         {"sequence cut at the end", "\xe6\x97", {R, R}},
-        {"sequence cut by a letter",
-         "\xe6"
-         "a",
-         {R, U'a'}},
+        {"sequence cut by a letter", "\xe6" "a", {R, U'a'}},
         {"overlong slash", "\xc0\xaf", {R, R}},
         {"surrogate half", "\xed\xa0\x80", {R, R, R}},
         {"beyond Unicode", "\xf4\x90\x80\x80", {R, R, R, R}},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         std::vector<char32_t> decoded;
@@ -75,59 +74,31 @@ TEST(TextRender, DecodingTurnsEveryBadByteIntoAReplacementMark) {
     }
 }
 
-TEST(TextRender, FontsHaveTheirSizesAndSaneMetrics) {
-    struct Row {
-        const char* name;
-        PLFont* font;
-        int pixelSize;
-    };
-    const Row rows[] = {
-        {"UC16", Small(), 16},
-        {"UC24", Large(), 24},
-        {"unknown code falls back to 16 pixels", PLFont::GetFont(PLFourCC("XXXX")), 16},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(row.font->GetPixelSize(), row.pixelSize);
-        EXPECT_GT(row.font->GetAscent(), row.pixelSize / 2);
-        EXPECT_GE(row.font->GetDescent(), 0);
-        EXPECT_GE(row.font->GetLineHeight(), row.pixelSize);
-        EXPECT_LE(row.font->GetLineHeight(), row.pixelSize * 2);
+TEST(TextRender, FontsMeasureAndDrawLatinAndCjk) {
+    PLFont* unknown = PLFont::GetFont(PLFourCC("XXXX"));
+    for (PLFont* font : {Small(), Large(), unknown}) {
+        const int size = font == Large() ? 24 : 16;  // an unknown code falls back to 16 pixels
+        SCOPED_TRACE(size);
+        EXPECT_EQ(font->GetPixelSize(), size);
+        EXPECT_GT(font->GetAscent(), size / 2);
+        EXPECT_GE(font->GetDescent(), 0);
+        EXPECT_GE(font->GetLineHeight(), size);
+        EXPECT_LE(font->GetLineHeight(), size * 2);
     }
-}
-
-TEST(TextRender, LatinAndCjkTextIsDrawnAndMeasured) {
-    const int space = Small()->MeasureText(" ");
-    ASSERT_GT(space, 0);
-    struct Row {
-        const char* name;
-        std::string text;
-        bool widerThanSpacePerCharacter;
-    };
-    const std::vector<Row> rows = {
-        {"Latin", "Hello", true},
-        {"accented Latin",
-         "\xc3\x9c"
-         "ber",
-         true},
-        {"CJK", "\xe6\x97\xa5\xe5\x8e\x86", true},
-        {"invalid bytes", "\xff\xfe\xfd", false},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        PLBitmap paper = Paper(200, 40);
-        PLDrawContext context(paper);
-        context.SetTextColor(PLRGBColor(0, 0, 0));
-        context.DrawString(row.text, {0, 0, 40, 200}, kNullPoint, -1, true, kPLJustifyLeft);
-        const PLRect ink = InkBox(paper);
+    // clang-format off
+    const std::string texts[] = {"Hello", "\xc3\x9c" "ber", "\xe6\x97\xa5\xe5\x8e\x86", "\xff\xfe\xfd"};
+    // clang-format on
+    for (const std::string& text : texts) {
+        SCOPED_TRACE(text);
+        const PLRect ink = InkBox(Drawn(text, 200, 40, {0, 0, 40, 200}));
         EXPECT_FALSE(ink.IsEmpty()) << "something was drawn";
-        const int width = Small()->MeasureText(row.text);
+        const int width = Small()->MeasureText(text);
         EXPECT_GT(width, 0);
         EXPECT_LE(ink.Width(), width + 2) << "ink stays within the measured width";
-        EXPECT_GT(Large()->MeasureText(row.text), width) << "the larger font is wider";
+        EXPECT_GT(Large()->MeasureText(text), width) << "the larger font is wider";
     }
     const int cjkCharacter = Small()->MeasureText("\xe6\x97\xa5");
-    EXPECT_GT(cjkCharacter, space);
+    EXPECT_GT(cjkCharacter, Small()->MeasureText(" "));
     EXPECT_GE(cjkCharacter, 12) << "a CJK character is about a square";
 }
 
@@ -159,13 +130,13 @@ TEST(TextRender, FitTextCutsAtCharacterBoundaries) {
 }
 
 // Where DrawString puts a line: horizontally by justification and offset.h, vertically centred in
-// the rectangle or at offset.v, always inside the rectangle.
-TEST(TextRender, JustificationAndVerticalCentringPlaceTheLine) {
+// the rectangle or at offset.v, always inside the rectangle; a length limits the bytes drawn.
+TEST(TextRender, JustificationCentringLengthAndClipPlaceTheLine) {
     const PLRect rect{10, 20, 50, 180};  // 40 high, 160 wide
-    const std::string text = "Ag8";
     PLFont* font = Small();
-    const int width = font->MeasureText(text);
+    const int width = font->MeasureText("Ag8");
     const int lineHeight = font->GetLineHeight();
+    const int centredTop = rect.top + (rect.Height() - lineHeight) / 2;
     struct Row {
         const char* name;
         long justification;
@@ -174,25 +145,19 @@ TEST(TextRender, JustificationAndVerticalCentringPlaceTheLine) {
         int expectedLeft;     // where the line's advance box starts
         int expectedLineTop;  // where the line box (ascent + descent) starts
     };
-    const int centredTop = rect.top + (rect.Height() - lineHeight) / 2;
     // clang-format off
     const std::vector<Row> rows = {
         {"left with offset", kPLJustifyLeft, true, {0, 4}, rect.left + 4, centredTop},
         {"right with offset", kPLJustifyRight, true, {0, 6}, rect.right - 6 - width, centredTop},
-        {"centre ignores the offset",
-         kPLJustifyCenter, true, {0, 9}, rect.left + (rect.Width() - width) / 2, centredTop},
+        {"centre ignores the offset", kPLJustifyCenter, true, {0, 9}, rect.left + (rect.Width() - width) / 2, centredTop},
         {"not centred: top at offset.v", kPLJustifyLeft, false, {5, 0}, rect.left, rect.top + 5},
-        {"not centred without offset",
-         kPLJustifyRight, false, {0, 0}, rect.right - width, rect.top},
+        {"not centred without offset", kPLJustifyRight, false, {0, 0}, rect.right - width, rect.top},
     };
     // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        PLBitmap paper = Paper(200, 60);
-        PLDrawContext context(paper);
-        context.SetTextColor(PLRGBColor(0, 0, 0));
-        context.DrawString(text, rect, row.offset, -1, row.centred, row.justification);
-        const PLRect ink = InkBox(paper);
+        const PLRect ink =
+            InkBox(Drawn("Ag8", 200, 60, rect, row.offset, -1, row.centred, row.justification));
         ASSERT_FALSE(ink.IsEmpty());
         // Glyphs may overhang their advance box by a pixel or two (side bearings).
         EXPECT_NEAR(ink.left, row.expectedLeft, 2);
@@ -203,36 +168,26 @@ TEST(TextRender, JustificationAndVerticalCentringPlaceTheLine) {
         EXPECT_LE(ink.top, row.expectedLineTop + font->GetAscent() / 2);
         EXPECT_GT(ink.bottom, row.expectedLineTop + font->GetAscent());
     }
-}
 
-TEST(TextRender, LengthLimitsAndClipsToTheRectangle) {
-    PLFont* font = Small();
-    struct Row {
+    const int two = font->MeasureText("WW") + 1;
+    struct Limit {
         const char* name;
         std::string text;
         long length;
-        PLRect rect;
-        int expectedInkWidthAtMost;
+        int rectRight, inkRightAtMost;
     };
-    // clang-format off
-    const std::vector<Row> rows = {
-        {"length draws only the first bytes",
-         "WWWWWW", 2, {0, 0, 30, 200}, font->MeasureText("WW") + 1},
-        {"zero length means all of it", "WW", 0, {0, 0, 30, 200}, font->MeasureText("WW") + 1},
-        {"too long for the rectangle is clipped", "WWWWWWWWWWWW", -1, {0, 0, 30, 25}, 25},
-        {"a length past the end is the whole text",
-         "WW", 99, {0, 0, 30, 200}, font->MeasureText("WW") + 1},
+    const Limit limits[] = {
+        {"length draws only the first bytes", "WWWWWW", 2, 200, two},
+        {"zero length means all of it", "WW", 0, 200, two},
+        {"too long for the rectangle is clipped", "WWWWWWWWWWWW", -1, 25, 25},
+        {"a length past the end is the whole text", "WW", 99, 200, two},
     };
-    // clang-format on
-    for (const Row& row : rows) {
+    for (const Limit& row : limits) {
         SCOPED_TRACE(row.name);
-        PLBitmap paper = Paper(200, 30);
-        PLDrawContext context(paper);
-        context.DrawString(row.text, row.rect, kNullPoint, row.length, true, kPLJustifyLeft);
-        const PLRect ink = InkBox(paper);
+        const PLRect ink =
+            InkBox(Drawn(row.text, 200, 30, {0, 0, 30, row.rectRight}, kNullPoint, row.length));
         ASSERT_FALSE(ink.IsEmpty());
-        EXPECT_LE(ink.right, row.expectedInkWidthAtMost);
-        EXPECT_LE(ink.right, row.rect.right);
+        EXPECT_LE(ink.right, row.inkRightAtMost);
     }
 }
 
@@ -255,17 +210,15 @@ TEST(TextRender, TextColourComesFromTheContextOrTheTheme) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        PLBitmap paper = Paper(60, 30);
+        PLBitmap paper = Filled(60, 30, kPaper);
         PLDrawContext context(paper);
         context.SetTextColor(row.color);
         context.DrawString("IHIH", {0, 0, 30, 60}, kNullPoint, -1, true, kPLJustifyLeft);
         // The most covered pixel is the ink blended over white paper by its coverage.
         uint32_t darkest = kPaper;
-        for (int y = 0; y < 30; ++y) {
-            for (int x = 0; x < 60; ++x) {
-                if (((paper.GetPixel(x, y) >> 16) & 0xFF) < ((darkest >> 16) & 0xFF)) {
-                    darkest = paper.GetPixel(x, y);
-                }
+        for (const PLPoint& p : Changed(paper, kPaper)) {
+            if (((paper.GetPixel(p.h, p.v) >> 16) & 0xFF) < ((darkest >> 16) & 0xFF)) {
+                darkest = paper.GetPixel(p.h, p.v);
             }
         }
         const double coverage = 1.0 - double((darkest >> 16) & 0xFF) / 255.0;

@@ -1,11 +1,16 @@
-// Helpers for the toolkit tests: a scoped time zone, a scratch device root, and UTC oracles.
+// Helpers for the toolkit tests: a scoped time zone, a scratch device root, UTC oracles, and
+// files written byte for byte, and bitmaps of one colour to draw on.
 #pragma once
 
+#include <cstdint>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
 #include <string>
+#include <vector>
 
+#include "PLBitmap.h"
 #include "PLDeviceRoot.h"
 
 // Sets TZ for the lifetime of the object and restores the previous value.
@@ -61,4 +66,26 @@ inline long UtcSeconds(int year, int month, int day, int hour = 0, int minute = 
     fields.tm_min = minute;
     fields.tm_sec = second;
     return long(timegm(&fields));
+}
+
+inline void WriteBytes(const std::string& path, const std::vector<uint8_t>& bytes) {
+    std::ofstream(path, std::ios::binary | std::ios::trunc)
+        .write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
+}
+
+inline PLBitmap Filled(int width, int height, uint32_t argb) {
+    return PLBitmap(width, height, std::vector<uint32_t>(size_t(width) * size_t(height), argb));
+}
+
+// The pixels of `bitmap` that are no longer `ground`.
+inline std::vector<PLPoint> Changed(const PLBitmap& bitmap, uint32_t ground) {
+    std::vector<PLPoint> changed;
+    for (int y = 0; y < bitmap.GetHeight(); ++y) {
+        for (int x = 0; x < bitmap.GetWidth(); ++x) {
+            if (bitmap.GetPixel(x, y) != ground) {
+                changed.push_back({y, x});
+            }
+        }
+    }
+    return changed;
 }
