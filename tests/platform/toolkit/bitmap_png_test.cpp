@@ -79,10 +79,9 @@ private:
 };
 
 TEST_F(BitmapPngTest, SavedBitmapReadsBackPixelForPixel) {
-    struct Row {
-        const char* name;
-        int width, height;
-    };
+    // clang-format off
+    struct Row { const char* name; int width, height; };
+    // clang-format on
     const Row rows[] = {{"one pixel", 1, 1}, {"screen sized", 240, 320}, {"one column", 1, 50}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -137,12 +136,8 @@ TEST_F(BitmapPngTest, DamagedFilesAreRefusedWithAMessage) {
         return copy;
     };
     const size_t idatData = 8 + 25 + 8 + 2;  // signature, IHDR chunk, IDAT length+type, zlib header
-    struct Row {
-        const char* name;
-        Bytes bytes;
-        bool write;
-    };
     // clang-format off
+    struct Row { const char* name; Bytes bytes; bool write; };
     const std::vector<Row> rows = {
         {"missing file", {}, false},
         {"empty file", {}, true},

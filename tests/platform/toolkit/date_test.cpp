@@ -12,9 +12,9 @@ namespace {
 
 constexpr int kSunday = 1, kMonday = 2, kTuesday = 3, kWednesday = 4, kThursday = 5, kFriday = 6;
 
-struct YMD {
-    int year, month, day;
-};
+// clang-format off
+struct YMD { int year, month, day; };
+// clang-format on
 
 void ExpectFields(const PLDate& date, YMD expected) {
     EXPECT_EQ(date.year, expected.year);
@@ -55,11 +55,8 @@ TEST(PLDateTest, AgreesWithTheCLibraryFrom1900To2100) {
 }
 
 TEST(PLDateTest, FixFromMDYCarriesOutOfRangeFields) {
-    struct Row {
-        const char* name;
-        YMD in, out;
-    };
     // clang-format off
+    struct Row { const char* name; YMD in, out; };
     const Row rows[] = {
         {"month 13", {2026, 13, 5}, {2027, 1, 5}},
         {"month 0", {2026, 0, 5}, {2025, 12, 5}},
@@ -91,14 +88,8 @@ TEST(PLDateTest, FixFromMDYCarriesOutOfRangeFields) {
 }
 
 TEST(PLDateTest, GetStartWeekdayFindsTheNthWeekday) {
-    struct Row {
-        const char* name;
-        YMD date;
-        int week, weekday;
-        bool ok;
-        YMD result;
-    };
     // clang-format off
+    struct Row { const char* name; YMD date; int week, weekday; bool ok; YMD result; };
     const Row rows[] = {
         {"first monday of november 2026", {2026, 11, 21}, 1, kMonday, true, {2026, 11, 2}},
         {"first sunday falls on the 1st", {2026, 11, 30}, 1, kSunday, true, {2026, 11, 1}},

@@ -4,8 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <fstream>
-
 #include "PLDeviceRoot.h"
 #include "PLFile.h"
 #include "toolkit_support.h"
@@ -13,12 +11,9 @@
 namespace {
 
 TEST(PLDeviceRootTest, ResolveStaysInsideTheRoot) {
-    struct Row {
-        const char* name;
-        const char* root;
-        const char* path;
-        const char* resolved;
-    } rows[] = {
+    // clang-format off
+    struct Row { const char *name, *root, *path, *resolved; };
+    const Row rows[] = {
         {"plain", "/r", "/root/resource/calendar.rsc", "/r/root/resource/calendar.rsc"},
         {"folder keeps its slash", "/r", "/tmp/", "/r/tmp/"},
         {"root slash stripped", "/r/", "/var/log/messages.jsonl", "/r/var/log/messages.jsonl"},
@@ -32,6 +27,7 @@ TEST(PLDeviceRootTest, ResolveStaysInsideTheRoot) {
         {"only dotdot", "/r", "/..", "/r/"},
         {"the root itself", "/r", "/", "/r/"},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLDeviceRoot::SetRoot(row.root);
@@ -42,23 +38,22 @@ TEST(PLDeviceRootTest, ResolveStaysInsideTheRoot) {
 
 TEST(PLDeviceRootTest, DefaultRootFromEnvironment) {
     struct Row {
-        const char* name;
-        const char* xdg;  // null: unset
-        const char* home;
-        const char* root;
-    } rows[] = {
-        {"xdg data home", "/data", "/home/u", "/data/calendar-sim/device"},
-        {"xdg with slash", "/data/", "/home/u", "/data/calendar-sim/device"},
-        {"no xdg", nullptr, "/home/u", "/home/u/.local/share/calendar-sim/device"},
-        {"empty xdg", "", "/home/u", "/home/u/.local/share/calendar-sim/device"},
-        {"relative xdg ignored", "rel", "/home/u", "/home/u/.local/share/calendar-sim/device"},
+        const char *name, *xdg, *root;  // xdg null: unset
+    };
+    const std::string local = "/home/u/.local/share/calendar-sim/device";
+    const Row rows[] = {
+        {"xdg data home", "/data", "/data/calendar-sim/device"},
+        {"xdg with slash", "/data/", "/data/calendar-sim/device"},
+        {"no xdg", nullptr, local.c_str()},
+        {"empty xdg", "", local.c_str()},
+        {"relative xdg ignored", "rel", local.c_str()},
     };
     const std::string oldHome = std::getenv("HOME") ? std::getenv("HOME") : "";
     const char* oldXdgRaw = std::getenv("XDG_DATA_HOME");
     const std::string oldXdg = oldXdgRaw ? oldXdgRaw : "";
+    setenv("HOME", "/home/u", 1);
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        setenv("HOME", row.home, 1);
         row.xdg ? setenv("XDG_DATA_HOME", row.xdg, 1) : unsetenv("XDG_DATA_HOME");
         EXPECT_EQ(PLDeviceRoot::DefaultRoot(), row.root);
     }
@@ -66,38 +61,30 @@ TEST(PLDeviceRootTest, DefaultRootFromEnvironment) {
     oldXdgRaw ? setenv("XDG_DATA_HOME", oldXdg.c_str(), 1) : unsetenv("XDG_DATA_HOME");
 }
 
-TEST(PLDeviceRootTest, MakeParentDirectories) {
+TEST(PLFileTest, DirectoriesOpenResultsAndContentsUnderTheRoot) {
     ScratchRoot root;
-    EXPECT_TRUE(PLDeviceRoot::MakeParentDirectories("/var/lib/calendar/events.db"));
-    EXPECT_TRUE(std::filesystem::is_directory(root.Path() + "/var/lib/calendar"));
-    EXPECT_FALSE(std::filesystem::exists(root.Path() + "/var/lib/calendar/events.db"));
-    // A file where a directory should be: a clear failure.
-    std::ofstream(root.Path() + "/blocker") << "x";
-    EXPECT_FALSE(PLDeviceRoot::MakeParentDirectories("/blocker/inner/file"));
-}
-
-TEST(PLFileTest, OpenResults) {
-    ScratchRoot root;
-    std::filesystem::create_directories(root.Path() + "/tmp");
-    std::ofstream(root.Path() + "/tmp/present.txt") << "hello";
-    std::ofstream(root.Path() + "/tmp/locked.txt") << "secret";
+    ASSERT_TRUE(PLDeviceRoot::MakeParentDirectories("/tmp/sub/file"));
+    EXPECT_TRUE(std::filesystem::is_directory(root.Path() + "/tmp/sub"));
+    EXPECT_FALSE(std::filesystem::exists(root.Path() + "/tmp/sub/file"));
+    WriteBytes(root.Path() + "/tmp/present.txt", {'h', 'i'});
+    WriteBytes(root.Path() + "/tmp/locked.txt", {'s'});
     chmod((root.Path() + "/tmp/locked.txt").c_str(), 0);
+    // A file where a directory should be: a clear failure.
+    EXPECT_FALSE(PLDeviceRoot::MakeParentDirectories("/tmp/present.txt/inner/file"));
+
     const bool privileged = geteuid() == 0;  // root ignores permissions
-    struct Row {
-        const char* name;
-        const char* path;
-        long mode;
-        long result;
-    } rows[] = {
+    // clang-format off
+    struct Row { const char* name; const char* path; long mode, result; };
+    const Row rows[] = {
         {"existing file", "/tmp/present.txt", PLFile::kRead, PLFile::kOK},
         {"missing file", "/tmp/absent.txt", PLFile::kRead, PLFile::kNotFound},
         {"missing folder", "/nowhere/x.txt", PLFile::kWrite, PLFile::kNotFound},
-        {"unreadable", "/tmp/locked.txt", PLFile::kRead,
-         privileged ? PLFile::kOK : PLFile::kAccessDenied},
+        {"unreadable", "/tmp/locked.txt", PLFile::kRead, privileged ? PLFile::kOK : PLFile::kAccessDenied},
         {"a directory", "/tmp", PLFile::kRead, PLFile::kError},
         {"unknown mode", "/tmp/present.txt", 7, PLFile::kError},
         {"new file", "/tmp/new.txt", PLFile::kWrite, PLFile::kOK},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLFile file;
@@ -105,11 +92,7 @@ TEST(PLFileTest, OpenResults) {
         EXPECT_EQ(file.OpenFile(row.mode, nullptr), row.result);
         EXPECT_EQ(file.IsOpen(), row.result == PLFile::kOK);
     }
-}
 
-TEST(PLFileTest, WriteAppendReadUnderTheRoot) {
-    ScratchRoot root;
-    std::filesystem::create_directories(root.Path() + "/tmp");
     PLFile file;
     file.SetFilename("/tmp/../tmp/data.bin");
     ASSERT_EQ(file.OpenFile(PLFile::kWrite, nullptr), PLFile::kOK);

@@ -36,10 +36,9 @@ TEST(DrawPrimitives, ShapesBitmapsAndCopiesLandOnExactlyTheirPixels) {
     });
     const PLBitmap numbered =
         Picture([](int x, int y) { return 0xFF000001u + uint32_t(4 * y + x); });
-    struct Probe {
-        int x, y;
-        uint32_t argb;
-    };
+    // clang-format off
+    struct Probe { int x, y; uint32_t argb; };
+    // clang-format on
     struct Row {
         const char* name;
         std::function<void(PLBitmap&, PLDrawContext&)> draw;

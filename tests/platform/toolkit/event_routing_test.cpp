@@ -37,9 +37,7 @@ std::vector<PLEvent> Tap(int x, int y) {
 class PenRoutingTest : public GuiTest {
 public:
     void Build() {
-        while (!root->GetSubPanes().empty()) {
-            delete root->GetSubPanes().back();
-        }
+        ClearRoot();
         back = new RecordingPane("back", &log, 1, {0, 0}, {100, 100});
         front = new RecordingPane("front", &log, 2, {50, 50}, {100, 100});
         auto* locked = new RecordingPane("locked", &log, 4, {200, 0}, {50, 50});
@@ -49,7 +47,6 @@ public:
         root->AddSubPane(locked, false);
         locked->AddSubPane(new RecordingPane("inLocked", &log, 5, {5, 5}, {20, 20}), false);
         locked->SetEnabled(false, false);
-        log.clear();
     }
     RecordingPane* back = nullptr;
     RecordingPane* front = nullptr;
@@ -116,16 +113,14 @@ TEST_F(GuiTest, KeysGoToTheTargetThenToTheApplication) {
     PLAppContext::GetInstance()->SetApplication(&app);
     auto* view = new RecordingPane("view", &log, 1, {0, 0}, {10, 10});
     root->AddSubPane(view, false);
-    struct Row {
-        const char* name;
-        bool hasTarget, targetHandles;
-        std::vector<std::string> expected;
-    };
+    // clang-format off
+    struct Row { const char* name; bool hasTarget, targetHandles; std::vector<std::string> expected; };
     const std::vector<Row> rows = {
         {"handled by the target", true, true, {"view key 17"}},
         {"not handled: the application gets it", true, false, {"view key 17", "app key 17"}},
         {"no target: the application only", false, false, {"app key 17"}},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         log.clear();
@@ -155,13 +150,8 @@ private:
 };
 
 TEST_F(GuiTest, LoopsEndOnTheirConditionShutdownOrADrySource) {
-    struct Row {
-        const char* name;
-        bool nested;
-        std::vector<uint8_t> keys;
-        bool expectedResult;
-        size_t expectedLeft;
-    };
+    // clang-format off
+    struct Row { const char* name; bool nested; std::vector<uint8_t> keys; bool expectedResult; size_t expectedLeft; };
     const std::vector<Row> rows = {
         {"nested, answered: later events stay queued", true, {17, 18, 19, 20}, true, 2},
         {"nested, source runs dry first", true, {17, 19}, false, 0},
@@ -169,6 +159,7 @@ TEST_F(GuiTest, LoopsEndOnTheirConditionShutdownOrADrySource) {
         {"main loop, shutdown ends it", false, {17, 31, 18}, false, 1},
         {"main loop, source runs dry", false, {17, 18}, false, 0},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         bool answered = false;
@@ -202,11 +193,8 @@ TEST_F(GuiTest, TimersFireFromTheIdleWorkWhenThePinnedClockReachesThem) {
     });
     Loop().CancelTimer(cancelled);
     EXPECT_EQ(Loop().NextTimerDeadline(), start + 500);
-    struct Row {
-        const char* name;
-        int64_t advanceMs;
-        std::vector<std::string> firedSoFar;
-    };
+    // clang-format off
+    struct Row { const char* name; int64_t advanceMs; std::vector<std::string> firedSoFar; };
     const std::vector<Row> rows = {
         {"nothing due yet", 499, {}},
         {"the first deadline reached", 1, {"half"}},
@@ -214,6 +202,7 @@ TEST_F(GuiTest, TimersFireFromTheIdleWorkWhenThePinnedClockReachesThem) {
         {"the second deadline", 200, {"half", "one"}},
         {"the re-armed timer on the next round", 0, {"half", "one", "again"}},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLClock::Advance(row.advanceMs);

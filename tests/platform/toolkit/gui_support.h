@@ -80,7 +80,7 @@ private:
 
 // A fresh application context whose screen shows `root` (the whole screen, painted white).
 class GuiTest : public ::testing::Test {
-protected:
+public:
     void SetUp() override {
         PLAppContext::ResetInstance();
         root = std::make_unique<RecordingPane>("root", &log, 0, PLPoint{0, 0},
@@ -91,6 +91,7 @@ protected:
         Screen().PaintAll();
     }
     void TearDown() override {
+        detached.reset();
         root.reset();
         PLAppContext::ResetInstance();
         Loop().SetSource(nullptr);
@@ -100,8 +101,17 @@ protected:
     static uint32_t ScreenPixel(int x, int y) {
         return Screen().GetFramebuffer().GetPixel(x, y) & 0x00FFFFFF;
     }
+    // Deletes every pane on the root and repaints the screen white.
+    void ClearRoot() {
+        while (!root->GetSubPanes().empty()) {
+            delete root->GetSubPanes().back();
+        }
+        Screen().PaintAll();
+        log.clear();
+    }
 
     std::vector<std::string> log;
     FakeEventSource source;
     std::unique_ptr<RecordingPane> root;
+    std::unique_ptr<PLPane> detached;  // a pane a test took off the tree
 };

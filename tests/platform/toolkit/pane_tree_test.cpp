@@ -41,12 +41,8 @@ TEST_F(PaneTreeTest, FindPaneSearchesThisPaneFirstThenDepthFirstInZOrder) {
     PLPane* a11 = add(a1, "a11", 9);
     add(a, "a2", 9);
     PLPane* b1 = add(b, "b1", 11);
-    struct Row {
-        const char* name;
-        PLPane* from;
-        uint32_t id;
-        PLPane* expected;
-    };
+    // clang-format off
+    struct Row { const char* name; PLPane* from; uint32_t id; PLPane* expected; };
     const Row rows[] = {
         {"own id answers itself", a, 5, a},
         {"first in z-order wins over a later sibling", root.get(), 7, a1},
@@ -55,6 +51,7 @@ TEST_F(PaneTreeTest, FindPaneSearchesThisPaneFirstThenDepthFirstInZOrder) {
         {"search from a subtree stays inside it", a, 11, nullptr},
         {"missing id", root.get(), 12345, nullptr},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(row.from->FindPane(row.id), row.expected);
@@ -129,19 +126,15 @@ TEST_F(PaneTreeTest, CloseDetachesAtOnceAndDestroysOnlyAtTheNextIdleMoment) {
 
 TEST_F(PaneTreeTest, ScreenGeometryFollowsLocationsAndScrollOffsets) {
     // A container at (40, 20) of 100 x 100 pixels, scrolled by (30, 5), holds the child.
-    struct Row {
-        const char* name;
-        PLPoint childAt;
-        PLSize childSize;
-        PLRect screen;
-        PLRect visible;
-    };
+    // clang-format off
+    struct Row { const char* name; PLPoint childAt; PLSize childSize; PLRect screen; PLRect visible; };
     const Row rows[] = {
         {"inside", {35, 10}, {20, 20}, {45, 25, 65, 45}, {45, 25, 65, 45}},
         {"scrolled above the top", {10, 10}, {40, 20}, {20, 25, 60, 45}, {40, 25, 60, 45}},
         {"past the right edge", {50, 100}, {10, 40}, {60, 115, 70, 155}, {60, 115, 70, 120}},
         {"scrolled out entirely", {0, 0}, {20, 20}, {10, 15, 30, 35}, {}},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         auto* container = new PLView(1, {40, 20}, {100, 100});

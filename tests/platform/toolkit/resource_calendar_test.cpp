@@ -23,12 +23,8 @@ protected:
 };
 
 TEST_F(CalendarResourceTest, BitmapsAndButtonFamiliesHaveTheSizesTheirViewsUse) {
-    struct Row {
-        const char* name;
-        uint32_t id;
-        int minWidth, maxWidth, minHeight, maxHeight;
-    };
     // clang-format off
+    struct Row { const char* name; uint32_t id; int minWidth, maxWidth, minHeight, maxHeight; };
     const Row bitmaps[] = {
         {"month weekday band", 10280, 1, 1, 29, 29},
         {"week name strip, pressed", 10290, 1, 1, 24, 24},
@@ -82,11 +78,9 @@ TEST_F(CalendarResourceTest, BitmapsAndButtonFamiliesHaveTheSizesTheirViewsUse) 
 }
 
 TEST_F(CalendarResourceTest, TextsFitTheirControls) {
-    struct Row {
-        const char* name;
-        std::vector<uint32_t> ids;
-        int maxWidth;
-    };
+    // clang-format off
+    struct Row { const char* name; std::vector<uint32_t> ids; int maxWidth; };
+    // clang-format on
     // The widths a control leaves for its text at 16 pixels: cells and buttons less a small
     // margin, radio labels less the radio mark, choices less their arrow.
     // clang-format off

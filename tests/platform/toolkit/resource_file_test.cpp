@@ -74,12 +74,8 @@ TEST_F(ResourceFileTest, RoundTripKeepsTextsBitmapsAndFamilies) {
 
 TEST_F(ResourceFileTest, LookupsBySelectorTypeAndId) {
     LoadSample(manager);
-    struct Row {
-        const char* name;
-        uint32_t type, id, selector;
-        bool found;
-    };
     // clang-format off
+    struct Row { const char* name; uint32_t type, id, selector; bool found; };
     const Row rows[] = {
         {"wildcard entry answers any selector", kPLResBitmap, 10130, PLFourCC("zzzz"), true},
         {"own selector", kPLResBitmap, 10131, PLFourCC("abcd"), true},
@@ -142,12 +138,8 @@ TEST(ResourceWriter, RefusesWhatTheLoaderWouldRefuse) {
     using Add = std::function<void(PLResourceFileWriter&)>;
     const uint32_t missingNormal[4] = {0, 10130, 0, 0};
     const uint32_t unknownBitmap[4] = {10130, 777, 0, 0};
-    struct Row {
-        const char* name;
-        Add add;
-        const char* message;
-    };
     // clang-format off
+    struct Row { const char* name; Add add; const char* message; };
     const Row rows[] = {
         {"duplicate text", [](auto& w) { w.AddText(5, "a"), w.AddText(5, "b"); }, "twice"},
         {"NUL in text", [](auto& w) { w.AddText(5, std::string("a\0b", 3)); }, "NUL"},
@@ -183,10 +175,9 @@ void Seal(std::vector<uint8_t>& bytes) {
     Put32(bytes, 12, PLResourceFileManager::Checksum(bytes.data() + 16, bytes.size() - 16));
 }
 
-struct RawEntry {
-    uint32_t type, id;
-    std::vector<uint8_t> data;
-};
+// clang-format off
+struct RawEntry { uint32_t type, id; std::vector<uint8_t> data; };
+// clang-format on
 
 // Lays out a file by hand, independently of the writer, so that the loader's checks can be
 // reached with contents the writer would never produce.
@@ -225,15 +216,8 @@ TEST_F(ResourceFileTest, RefusesEachKindOfDamageWithAClearMessage) {
     constexpr size_t kLength = 16 + 16;
     // Each row lays out entries, then optionally stores one word at `at` and re-seals the
     // checksum so that the check behind it is reached.
-    struct Row {
-        const char* name;
-        std::vector<RawEntry> entries;
-        size_t at;
-        uint32_t value;
-        bool reseal;
-        const char* message;
-    };
     // clang-format off
+    struct Row { const char* name; std::vector<RawEntry> entries; size_t at; uint32_t value; bool reseal; const char* message; };
     const Row rows[] = {
         {"bad magic", oneText, 0, 0x53524C51, false, "magic"},
         {"bad version", oneText, 4, 2, false, "version 2"},

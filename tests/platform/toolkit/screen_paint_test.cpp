@@ -1,16 +1,15 @@
-// Repainting through the screen: dirty regions, clipping by ancestors, hidden and detached panes,
-// bitmap backgrounds, and drawing suppression.
+// Repainting through the screen: clipping by ancestors, hidden and detached panes, bitmap
+// backgrounds, removal, painting a region at once, dirty regions and drawing suppression.
 #include <gtest/gtest.h>
+
+#include <functional>
 
 #include "PLTheme.h"
 #include "gui_support.h"
 
 namespace {
 
-constexpr uint32_t kWhite = 0xFFFFFF;
-constexpr uint32_t kRed = 0xFF0000;
-constexpr uint32_t kBlue = 0x0000FF;
-constexpr uint32_t kGreen = 0x00FF00;
+constexpr uint32_t kWhite = 0xFFFFFF, kRed = 0xFF0000, kBlue = 0x0000FF, kGreen = 0x00FF00;
 
 // A pane whose Draw paints far beyond its own bounds, to prove that the clip holds it in.
 class SprawlingPane : public RecordingPane {
@@ -30,138 +29,119 @@ public:
     }
 };
 
-class ScreenPaintTest : public GuiTest {};
+class ScreenPaintTest : public GuiTest {
+public:
+    template <typename Pane>
+    Pane* Add(PLPane* parent, Pane* pane) {
+        parent->AddSubPane(pane, false);
+        return pane;
+    }
+    RecordingPane* Red(PLPoint at, PLSize size) {
+        return new RecordingPane("red", &log, 1, at, size, PLRGBColor(255, 0, 0));
+    }
+    RecordingPane* Sprawling(PLPoint at, PLSize size) {
+        return new SprawlingPane("blue", &log, 2, at, size);
+    }
+};
 
-TEST_F(ScreenPaintTest, ChildPartlyOutsideItsParentPaintsOnlyInside) {
-    // Parent (x 20..120, y 40..140), scrolled by (10, 0); the child sprawls everywhere.
-    auto* parent = new RecordingPane("parent", &log, 1, {40, 20}, {100, 100});
-    auto* child = new SprawlingPane("child", &log, 2, {80, 50}, {100, 100});
-    root->AddSubPane(parent, false);
-    parent->AddSubPane(child, false);
-    parent->SetScrollOffset({10, 0}, false);
-    Screen().InvalidateAll();
-    ASSERT_TRUE(Screen().Update());
-    struct Row {
-        const char* name;
-        int x;
-        int y;
-        uint32_t expected;
+// Each row builds panes on a white screen, acts, and probes screen pixels (x, y, colour).
+TEST_F(ScreenPaintTest, PanesPaintOnlyWhereTheyAreVisible) {
+    struct Probe {
+        int x, y;
+        uint32_t rgb;
     };
-    const Row rows[] = {
-        {"child's own area", 80, 120, kBlue},
-        {"child's first pixel", 70, 110, kBlue},
-        {"parent above the child", 69, 109, kRed},
-        {"child beyond the parent's bottom", 80, 140, kWhite},
-        {"child beyond the parent's right", 120, 120, kWhite},
-        {"parent's last pixel", 119, 139, kBlue},
-        {"far away from both", 200, 10, kWhite},
+    using Scene = std::function<void(ScreenPaintTest&)>;
+    // A parent at x 0..60, y 0..60 holding a child that paints everything; `hide` and `detach`
+    // change the parent before the child is asked to paint at once.
+    auto nested = [](bool hide, bool detach) {
+        return [hide, detach](ScreenPaintTest& t) {
+            PLView* parent = t.Add(t.root.get(), new PLView(1, {0, 0}, {60, 60}));
+            RecordingPane* child = t.Add(parent, t.Sprawling({10, 10}, {20, 20}));
+            if (hide) {
+                parent->Hide(false);
+            }
+            if (detach) {
+                t.root->RemoveSubPane(parent);
+                t.detached.reset(parent);
+            }
+            Screen().InvalidateAll();
+            Screen().Update();
+            child->HandleDraw(nullptr, nullptr, nullptr, nullptr);
+        };
     };
+    // clang-format off
+    struct Row { const char* name; Scene scene; std::vector<Probe> probes; };
+    const std::vector<Row> rows = {
+        // Parent at x 20..120, y 40..140, scrolled by (10, 0); the child sprawls everywhere.
+        {"a child is clipped by its scrolled parent", [](ScreenPaintTest& t) {
+             RecordingPane* parent = t.Add(t.root.get(), t.Red({40, 20}, {100, 100}));
+             t.Add(parent, t.Sprawling({80, 50}, {100, 100}));
+             parent->SetScrollOffset({10, 0}, false);
+             Screen().InvalidateAll();
+             Screen().Update(); },
+         {{80, 120, kBlue}, {70, 110, kBlue}, {69, 109, kRed}, {80, 140, kWhite}, {120, 120, kWhite},
+          {119, 139, kBlue}, {200, 10, kWhite}}},
+        {"shown and attached", nested(false, false), {{15, 15, kBlue}}},
+        {"a hidden parent hides its children", nested(true, false), {{15, 15, kWhite}}},
+        {"a parent not on the screen's root", nested(false, true), {{15, 15, kWhite}}},
+        {"the bitmap background is painted before the pane", [](ScreenPaintTest& t) {
+             PLThemeManager::SetCurrentTheme(new GreenTheme);
+             t.Add(t.root.get(), new PLView(1, {0, 0}, {20, 20}))->SetHasBmpBackground(true, false);
+             t.Add(t.root.get(), new PLView(2, {0, 30}, {20, 20}));
+             Screen().PaintAll();
+             PLThemeManager::SetCurrentTheme(nullptr); },
+         {{5, 5, kGreen}, {35, 5, kWhite}}},
+        {"removing a pane repaints what was beneath", [](ScreenPaintTest& t) {
+             RecordingPane* cover = t.Red({0, 0}, {30, 30});
+             t.root->AddSubPane(cover, true);
+             Loop().ProcessIdle();
+             EXPECT_EQ(ScreenPixel(10, 10), kRed);
+             t.root->RemoveSubPane(cover);
+             t.detached.reset(cover);
+             Loop().ProcessIdle(); },
+         {{10, 10, kWhite}}},
+        {"HandleDraw paints at once, only within the given region", [](ScreenPaintTest& t) {
+             const PLRect region{0, 0, 10, 10};
+             t.Add(t.root.get(), t.Red({0, 0}, {30, 30}))->HandleDraw(&region, nullptr, nullptr, nullptr); },
+         {{5, 5, kRed}, {15, 15, kWhite}}},
+    };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(ScreenPixel(row.x, row.y), row.expected);
+        ClearRoot();
+        row.scene(*this);
+        for (const Probe& p : row.probes) {
+            EXPECT_EQ(ScreenPixel(p.x, p.y), p.rgb) << "at " << p.x << "," << p.y;
+        }
+        detached.reset();
     }
 }
 
-TEST_F(ScreenPaintTest, OnlyTheDirtyRegionIsRepainted) {
-    auto* left = new RecordingPane("left", &log, 1, {0, 0}, {50, 50});
-    auto* right = new RecordingPane("right", &log, 2, {0, 100}, {50, 50});
-    root->AddSubPane(left, false);
-    root->AddSubPane(right, false);
+TEST_F(ScreenPaintTest, OnlyTheDirtyRegionIsRepaintedAndNotWhileSuppressed) {
+    RecordingPane* left = Add(root.get(), Red({0, 0}, {50, 50}));
+    RecordingPane* right = Add(root.get(), Red({0, 100}, {50, 50}));
     Screen().PaintAll();
     left->paints = right->paints = root->paints = 0;
     right->Redraw();
-    EXPECT_TRUE(Screen().HasDirtyRegion());
     EXPECT_TRUE(Screen().Update());
     EXPECT_EQ(left->paints, 0);
     EXPECT_EQ(right->paints, 1);
     EXPECT_EQ(root->paints, 1) << "the pane beneath is painted first";
     EXPECT_FALSE(Screen().Update()) << "nothing left to paint";
-}
 
-TEST_F(ScreenPaintTest, HiddenAndDetachedPanesAreNeverPainted) {
-    struct Row {
-        const char* name;
-        bool hideParent;
-        bool detachParent;
-        uint32_t expected;
-    };
-    const Row rows[] = {
-        {"shown and attached", false, false, kBlue},
-        {"hidden parent hides its children", true, false, kWhite},
-        {"parent not on the screen's root", false, true, kWhite},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        auto* parent = new PLView(1, {0, 0}, {60, 60});
-        auto* child = new SprawlingPane("child", &log, 2, {10, 10}, {20, 20});
-        root->AddSubPane(parent, false);
-        parent->AddSubPane(child, false);
-        if (row.hideParent) {
-            parent->Hide(false);
-        }
-        if (row.detachParent) {
-            root->RemoveSubPane(parent);
-        }
-        Screen().InvalidateAll();
-        Screen().Update();
-        child->HandleDraw(nullptr, nullptr, nullptr, nullptr);
-        EXPECT_EQ(ScreenPixel(15, 15), row.expected);
-        EXPECT_EQ(child->paints > 0, row.expected == kBlue);
-        delete parent;  // when attached, deleting it also marks its area for repainting
-        Screen().Update();
-    }
-}
-
-TEST_F(ScreenPaintTest, BitmapBackgroundIsPaintedBeforeThePane) {
-    PLThemeManager::SetCurrentTheme(new GreenTheme);
-    auto* withBackground = new PLView(1, {0, 0}, {20, 20});
-    auto* plain = new PLView(2, {0, 30}, {20, 20});
-    withBackground->SetHasBmpBackground(true, false);
-    root->AddSubPane(withBackground, false);
-    root->AddSubPane(plain, false);
-    Screen().PaintAll();
-    EXPECT_EQ(ScreenPixel(5, 5), kGreen);
-    EXPECT_EQ(ScreenPixel(35, 5), kWhite);
-    PLThemeManager::SetCurrentTheme(nullptr);
-}
-
-TEST_F(ScreenPaintTest, RemovingAPaneRepaintsWhatWasBeneath) {
-    auto* cover = new RecordingPane("cover", &log, 1, {0, 0}, {30, 30}, PLRGBColor(255, 0, 0));
-    root->AddSubPane(cover, true);
-    Loop().ProcessIdle();
-    ASSERT_EQ(ScreenPixel(10, 10), kRed);
-    root->RemoveSubPane(cover);
-    Loop().ProcessIdle();
-    EXPECT_EQ(ScreenPixel(10, 10), kWhite);
-    delete cover;
-}
-
-TEST_F(ScreenPaintTest, NothingIsPaintedUntilTheLastSuppressionIsRemoved) {
-    auto* pane = new RecordingPane("pane", &log, 1, {0, 0}, {30, 30}, PLRGBColor(255, 0, 0));
-    root->AddSubPane(pane, false);
+    right->paints = 0;
     PLPane::SuppressDrawing();
     PLPane::SuppressDrawing();
-    pane->HandleDraw(nullptr, nullptr, nullptr, nullptr);
-    pane->Redraw();
+    left->HandleDraw(nullptr, nullptr, nullptr, nullptr);
+    right->Redraw();
     Loop().ProcessIdle();
-    EXPECT_EQ(pane->paints, 0) << "suppressed twice";
-    EXPECT_EQ(ScreenPixel(10, 10), kWhite);
     PLPane::RemoveDrawingSuppression();
     Loop().ProcessIdle();
-    EXPECT_EQ(pane->paints, 0) << "still suppressed once";
+    EXPECT_EQ(left->paints + right->paints, 0) << "still suppressed once";
     PLPane::RemoveDrawingSuppression();
     EXPECT_FALSE(PLPane::IsDrawingSuppressed());
-    EXPECT_EQ(pane->paints, 1) << "the last removal paints what was marked, once";
-    EXPECT_EQ(ScreenPixel(10, 10), kRed);
-}
-
-TEST_F(ScreenPaintTest, HandleDrawPaintsAtOnceWithinTheGivenRegion) {
-    auto* pane = new RecordingPane("pane", &log, 1, {0, 0}, {30, 30}, PLRGBColor(255, 0, 0));
-    root->AddSubPane(pane, false);
-    const PLRect region{0, 0, 10, 10};
-    pane->HandleDraw(&region, nullptr, nullptr, nullptr);
-    EXPECT_EQ(ScreenPixel(5, 5), kRed);
-    EXPECT_EQ(ScreenPixel(15, 15), kWhite) << "outside the region";
+    EXPECT_EQ(left->paints, 1) << "the last removal paints what was marked, once";
+    EXPECT_EQ(right->paints, 1);
 }
 
 }  // namespace

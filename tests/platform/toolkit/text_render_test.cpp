@@ -42,12 +42,8 @@ PLFont* Large() {
 
 TEST(TextRender, DecodingTurnsEveryBadByteIntoAReplacementMark) {
     constexpr char32_t R = PLFont::kReplacementCharacter;
-    struct Row {
-        const char* name;
-        std::string text;
-        std::vector<char32_t> expected;
-    };
     // clang-format off
+    struct Row { const char* name; std::string text; std::vector<char32_t> expected; };
     const std::vector<Row> rows = {
         {"ASCII", "Ab", {U'A', U'b'}},
         {"two-byte", "\xc3\xa9", {0xE9}},
@@ -109,11 +105,8 @@ TEST(TextRender, FitTextCutsAtCharacterBoundaries) {
     PLFont* font = Small();
     const int first = font->MeasureText("\xe6\x97\xa5");
     const int both = font->MeasureText("\xe6\x97\xa5\xe5\x8e\x86");
-    struct Row {
-        const char* name;
-        int width;
-        size_t bytes;
-    };
+    // clang-format off
+    struct Row { const char* name; int width; size_t bytes; };
     const Row rows[] = {
         {"nothing fits", 0, 0},
         {"less than one character", first - 1, 0},
@@ -123,6 +116,7 @@ TEST(TextRender, FitTextCutsAtCharacterBoundaries) {
         {"everything", 1000, text.size()},
         {"negative width", -5, 0},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(font->FitText(text, row.width), row.bytes);
@@ -170,18 +164,15 @@ TEST(TextRender, JustificationCentringLengthAndClipPlaceTheLine) {
     }
 
     const int two = font->MeasureText("WW") + 1;
-    struct Limit {
-        const char* name;
-        std::string text;
-        long length;
-        int rectRight, inkRightAtMost;
-    };
+    // clang-format off
+    struct Limit { const char* name; std::string text; long length; int rectRight, inkRightAtMost; };
     const Limit limits[] = {
         {"length draws only the first bytes", "WWWWWW", 2, 200, two},
         {"zero length means all of it", "WW", 0, 200, two},
         {"too long for the rectangle is clipped", "WWWWWWWWWWWW", -1, 25, 25},
         {"a length past the end is the whole text", "WW", 99, 200, two},
     };
+    // clang-format on
     for (const Limit& row : limits) {
         SCOPED_TRACE(row.name);
         const PLRect ink =

@@ -10,11 +10,9 @@
 namespace {
 
 // What a worker is handed: the result to return, a gate, and a count of finished runs.
-struct Job {
-    int value = 0;
-    std::atomic<bool> release{false};
-    std::atomic<int> finished{0};
-};
+// clang-format off
+struct Job { int value = 0; std::atomic<bool> release{false}; std::atomic<int> finished{0}; };
+// clang-format on
 
 class Worker : public PLThread {
 public:
@@ -32,38 +30,33 @@ protected:
     }
 };
 
-TEST(PLThreadTest, RunJoinRestart) {
+TEST(PLThreadTest, RunJoinRestartAndDestroy) {
     Job job;
     job.value = 42;
-    Worker worker(&job);
-    EXPECT_FALSE(worker.IsRunning());
-    worker.WaitForCompletion();  // never started: harmless
-    ASSERT_TRUE(worker.Start());
-    EXPECT_TRUE(worker.IsRunning());
-    EXPECT_FALSE(worker.Start());  // already running
+    auto worker = std::make_unique<Worker>(&job);
+    worker->WaitForCompletion();  // never started: harmless
+    ASSERT_TRUE(worker->Start());
+    EXPECT_TRUE(worker->IsRunning());
+    EXPECT_FALSE(worker->Start()) << "already running";
     job.release = true;
-    worker.WaitForCompletion();
-    worker.WaitForCompletion();  // twice: harmless
-    EXPECT_FALSE(worker.IsRunning());
-    EXPECT_EQ(worker.GetResult(), 42);
+    worker->WaitForCompletion();
+    worker->WaitForCompletion();  // twice: harmless
+    EXPECT_FALSE(worker->IsRunning());
+    EXPECT_EQ(worker->GetResult(), 42);
 
     job.value = 7;
-    ASSERT_TRUE(worker.Start());
-    worker.WaitForCompletion();
-    EXPECT_EQ(worker.GetResult(), 7);
-    EXPECT_EQ(job.finished, 2);
-}
+    ASSERT_TRUE(worker->Start());
+    worker->WaitForCompletion();
+    EXPECT_EQ(worker->GetResult(), 7);
 
-TEST(PLThreadTest, DestroyingJoins) {
-    Job job;
-    auto worker = std::make_unique<Worker>(&job);
+    job.release = false;
     ASSERT_TRUE(worker->Start());
     std::thread opener([&job] {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         job.release = true;
     });
-    worker.reset();  // blocks until the body has finished
-    EXPECT_EQ(job.finished, 1);
+    worker.reset();  // destroying joins: blocks until the body has finished
+    EXPECT_EQ(job.finished, 3);
     opener.join();
 }
 

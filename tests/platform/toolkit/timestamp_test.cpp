@@ -8,9 +8,9 @@
 
 namespace {
 
-struct Wall {
-    int year, month, day, hour, minute, second;
-};
+// clang-format off
+struct Wall { int year, month, day, hour, minute, second; };
+// clang-format on
 
 long Utc(const Wall& w) {
     return UtcSeconds(w.year, w.month, w.day, w.hour, w.minute, w.second);
@@ -72,14 +72,8 @@ TEST(PLTimeStampTest, NullTimeUtcAndClamping) {
 }
 
 TEST(PLTimeStampTest, ChangeTimeStampKeepsTheLocalTimeOfDay) {
-    struct Row {
-        const char* name;
-        const char* zone;
-        Wall from;
-        PLDate to;
-        Wall utc;
-    };
     // clang-format off
+    struct Row { const char* name; const char* zone; Wall from; PLDate to; Wall utc; };
     const Row rows[] = {
         {"london winter to summer", "Europe/London", {2026, 1, 15, 10, 30, 0}, PLDate(2026, 7, 1), {2026, 7, 1, 9, 30, 0}},
         {"new york summer to winter", "America/New_York", {2026, 7, 1, 23, 0, 0}, PLDate(2026, 12, 1), {2026, 12, 2, 4, 0, 0}},
@@ -108,11 +102,9 @@ TEST(PLTimeStampTest, DateTimeAndNumberText) {
     }
     EXPECT_EQ(TimeStamp2PLStringDate(stamp, 0, false).str(), "2026-03-06");
 
-    struct Time {
-        const char* name;
-        PLTime time;
-        const char *h24, *h12;
-    };
+    // clang-format off
+    struct Time { const char* name; PLTime time; const char *h24, *h12; };
+    // clang-format on
     const Time times[] = {{"midnight", PLTime(0, 0, 0), "0:00", "12:00 AM"},
                           {"morning", PLTime(9, 5, 0), "9:05", "9:05 AM"},
                           {"noon", PLTime(12, 0, 0), "12:00", "12:00 PM"},
@@ -126,10 +118,9 @@ TEST(PLTimeStampTest, DateTimeAndNumberText) {
 
     EXPECT_EQ(PLNumToString(-42).str(), "-42");
     EXPECT_EQ(PLUnsignedIntToString(4294967295UL).str(), "4294967295");
-    struct Number {
-        const char* text;
-        unsigned long value;
-    };
+    // clang-format off
+    struct Number { const char* text; unsigned long value; };
+    // clang-format on
     const Number numbers[] = {{"", 0},
                               {"10", 10},
                               {"12ab3", 12},
