@@ -1,40 +1,15 @@
-// Settings store: defaults, round trips, atomic replacement, damaged files that are reported and
-// kept, getters that leave the value alone on failure, and calendar-ctl's key validation.
-#include <dirent.h>
+// Settings store: round trips that keep the other records, atomic replacement, damaged files that
+// are reported and kept, getters that leave the value alone on failure, and calendar-ctl's key
+// validation.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
+#include <cstring>
+#include <filesystem>
 
 #include "APConfig.h"
 #include "store_support.h"
 
 namespace {
-
-std::string ReadFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
-
-void WriteFile(const std::string& path, const std::string& data) {
-    std::ofstream(path, std::ios::binary) << data;
-}
-
-std::vector<std::string> FilesIn(const std::string& folder) {
-    std::vector<std::string> names;
-    if (DIR* dir = opendir(folder.c_str())) {
-        while (dirent* e = readdir(dir)) {
-            std::string name = e->d_name;
-            if (name != "." && name != "..") {
-                names.push_back(name);
-            }
-        }
-        closedir(dir);
-    }
-    return names;
-}
 
 class ConfigTest : public StoreRootTest {
 protected:
@@ -45,27 +20,41 @@ protected:
     }
 };
 
-TEST_F(ConfigTest, FreshRootHasNoSettingsUntilDefaultsAreWritten) {
+// Every single-setting getter with the field it must read.
+struct Getter {
+    const char* name;
+    long (*get)(long*);
+    int32_t APCONFIG_CALENDAR_S::*field;
+};
+const Getter kGetters[] = {
+    {"default_view", APConfigCalendar_GetDefaultView, &APCONFIG_CALENDAR_S::defaultView},
+    {"start_weekday", APConfigCalendar_GetStartWeekDay, &APCONFIG_CALENDAR_S::startWeekDay},
+    {"start_day_time", APConfigCalendar_GetStartDayTime, &APCONFIG_CALENDAR_S::startDayTime},
+    {"keep_time", APConfigCalendar_GetKeepTime, &APCONFIG_CALENDAR_S::keepTime},
+    {"lunar", APConfigCalendar_GetLunarCalendar, &APCONFIG_CALENDAR_S::lunarCalendar},
+};
+
+TEST_F(ConfigTest, EachRecordRoundTripsWithoutDisturbingTheOthers) {
     APCONFIG_CALENDAR_S config;
     config.defaultView = 1;
-    EXPECT_EQ(APConfigCalendar_Read(&config), 0);
+    EXPECT_EQ(APConfigCalendar_Read(&config), 0) << "no settings file yet";
     EXPECT_EQ(config.defaultView, 1) << "a failed read must not touch the record";
-
     Defaults();
-    ASSERT_EQ(APConfigCalendar_Read(&config) & 0xFF, 1);
-    EXPECT_EQ(config.defaultView, 11414);
-    EXPECT_EQ(config.startWeekDay, 11424);
-    EXPECT_EQ(config.startDayTime, 8);
-    EXPECT_EQ(config.keepTime, 11457);
-    EXPECT_EQ(config.lunarCalendar, 0);
+    ASSERT_EQ(APConfigCalendar_Read(&config), 1);
+    const APCONFIG_CALENDAR_S defaults{11414, 11424, 8, 11457, 0, {0, 0, 0}};
+    EXPECT_EQ(std::memcmp(&config, &defaults, sizeof config), 0) << "month, Sunday, 8:00, keep all";
     long format = -1;
     ASSERT_EQ(APConfigSystem_GetTimeFormat(&format), 1);
     EXPECT_NE(format, 2) << "12-hour display by default";
-    ASSERT_EQ(APConfigSystem_GetDateFormat(&format), 1);
-    EXPECT_EQ(format, 0);
-}
 
-TEST_F(ConfigTest, CalendarRecordRoundTrips) {
+    APCONFIG_WORLDCLOCK_S clock;
+    clock.enabled = 1;
+    clock.foreignOffsetMinutes = -300;
+    clock.foreignDaylight = 1;
+    ASSERT_EQ(APConfigWorldClock_Write(&clock), 1);
+    ASSERT_EQ(APConfigSystem_SetTimeFormat(2), 1);
+    ASSERT_EQ(APConfigSystem_SetDateFormat(1), 1);
+    EXPECT_EQ(APConfigSystem_SetDateFormat(3), 0) << "date formats are 0..2";
     struct Row {
         const char* name;
         APCONFIG_CALENDAR_S record;
@@ -81,71 +70,50 @@ TEST_F(ConfigTest, CalendarRecordRoundTrips) {
         ASSERT_EQ(APConfigCalendar_Write(&written), 1);
         APCONFIG_CALENDAR_S read;
         ASSERT_EQ(APConfigCalendar_Read(&read), 1);
-        EXPECT_EQ(read.defaultView, written.defaultView);
-        EXPECT_EQ(read.startWeekDay, written.startWeekDay);
-        EXPECT_EQ(read.startDayTime, written.startDayTime);
-        EXPECT_EQ(read.keepTime, written.keepTime);
-        EXPECT_EQ(read.lunarCalendar, written.lunarCalendar);
+        EXPECT_EQ(std::memcmp(&read, &written, sizeof read), 0);
+        for (const Getter& getter : kGetters) {
+            long value = -1;
+            EXPECT_EQ(getter.get(&value) & 0xFF, 1) << getter.name;
+            EXPECT_EQ(value, written.*getter.field) << getter.name;
+            EXPECT_EQ(getter.get(nullptr), 0) << getter.name;
+        }
+        APCONFIG_WORLDCLOCK_S clockRead;
+        ASSERT_EQ(APConfigWorldClock_Read(&clockRead), 1);
+        EXPECT_EQ(std::memcmp(&clockRead, &clock, sizeof clock), 0);
+        ASSERT_EQ(APConfigSystem_GetTimeFormat(&format), 1);
+        EXPECT_EQ(format, 2);
+        ASSERT_EQ(APConfigSystem_GetDateFormat(&format), 1);
+        EXPECT_EQ(format, 1);
     }
-}
-
-TEST_F(ConfigTest, WorldClockAndSystemFormatsSurviveCalendarWrites) {
-    Defaults();
-    APCONFIG_WORLDCLOCK_S clock;
-    clock.enabled = 1;
-    clock.foreignOffsetMinutes = -300;
-    clock.foreignDaylight = 1;
-    ASSERT_EQ(APConfigWorldClock_Write(&clock), 1);
-    ASSERT_EQ(APConfigSystem_SetTimeFormat(2), 1);
-    ASSERT_EQ(APConfigSystem_SetDateFormat(1), 1);
-    APCONFIG_CALENDAR_S config;
-    config.lunarCalendar = 1;
-    ASSERT_EQ(APConfigCalendar_Write(&config), 1);
-
-    APCONFIG_WORLDCLOCK_S read;
-    ASSERT_EQ(APConfigWorldClock_Read(&read), 1);
-    EXPECT_EQ(read.enabled, 1);
-    EXPECT_EQ(read.foreignOffsetMinutes, -300);
-    EXPECT_EQ(read.foreignDaylight, 1);
-    long value = 0;
-    ASSERT_EQ(APConfigSystem_GetTimeFormat(&value), 1);
-    EXPECT_EQ(value, 2);
-    ASSERT_EQ(APConfigSystem_GetDateFormat(&value), 1);
-    EXPECT_EQ(value, 1);
-    EXPECT_EQ(APConfigSystem_SetDateFormat(3), 0) << "date formats are 0..2";
 }
 
 TEST_F(ConfigTest, WritesReplaceTheFileWholeAndLeaveNoTemporaryFiles) {
     Defaults();
-    std::string before = ReadFile(SettingsPath());
     // A temporary file left by an interrupted write must not disturb readers or later writes.
     WriteFile(SettingsPath() + ".tmp-1", "half written");
     APCONFIG_CALENDAR_S config;
     config.startDayTime = 6;
     ASSERT_EQ(APConfigCalendar_Write(&config), 1);
-    std::string after = ReadFile(SettingsPath());
-    EXPECT_NE(before, after);
-    EXPECT_EQ(after.find("calendar.day_start=6\n") != std::string::npos, true) << after;
-    std::string folder = SettingsPath().substr(0, SettingsPath().find_last_of('/'));
-    for (const std::string& name : FilesIn(folder)) {
+    EXPECT_NE(ReadFile(SettingsPath()).find("calendar.day_start=6\n"), std::string::npos);
+    for (const auto& entry :
+         std::filesystem::directory_iterator(std::filesystem::path(SettingsPath()).parent_path())) {
+        const std::string name = entry.path().filename().string();
         EXPECT_TRUE(name == "settings.conf" || name == "settings.conf.tmp-1") << name;
     }
 }
 
-TEST_F(ConfigTest, DamagedFilesAreReportedAndKept) {
+// Reads, getters, the key setter and the defaults refuse a damaged file and keep it as it is; an
+// application write sets it aside under a name no earlier one took, then writes.
+TEST_F(ConfigTest, DamagedFilesAreReportedKeptAndSetAsideBeforeAWrite) {
     Defaults();
     const std::string good = ReadFile(SettingsPath());
     auto replace = [&](const std::string& from, const std::string& to) {
         std::string text = good;
-        size_t at = text.find(from);
+        const size_t at = text.find(from);
         EXPECT_NE(at, std::string::npos) << from;
         return at == std::string::npos ? text : text.replace(at, from.size(), to);
     };
-    struct Row {
-        const char* name;
-        std::string content;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, std::string> rows[] = {
         {"empty", ""},
         {"truncated_before_checksum", good.substr(0, good.find("checksum"))},
         {"cut_mid_line", good.substr(0, good.size() / 2)},
@@ -157,72 +125,33 @@ TEST_F(ConfigTest, DamagedFilesAreReportedAndKept) {
         {"binary", std::string("\x00\xff\x13settings", 11)},
         {"no_trailing_newline", good.substr(0, good.size() - 1)},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        WriteFile(SettingsPath(), row.content);
+    int setAside = 0;
+    for (const auto& [name, content] : rows) {
+        SCOPED_TRACE(name);
+        WriteFile(SettingsPath(), content);
         APCONFIG_CALENDAR_S config;
         config.keepTime = 4242;
         EXPECT_EQ(APConfigCalendar_Read(&config), 0);
         EXPECT_EQ(config.keepTime, 4242);
         long value = 77;
-        EXPECT_EQ(APConfigCalendar_GetStartDayTime(&value), 0);
-        EXPECT_EQ(APConfigCalendar_GetKeepTime(&value), 0);
-        EXPECT_EQ(APConfigCalendar_GetLunarCalendar(&value), 0);
-        EXPECT_EQ(APConfigCalendar_GetStartWeekDay(&value), 0);
+        for (const Getter& getter : kGetters) {
+            EXPECT_EQ(getter.get(&value), 0) << getter.name;
+        }
         EXPECT_EQ(APConfigSystem_GetTimeFormat(&value), 0);
         EXPECT_EQ(value, 77);
         std::string error;
         EXPECT_FALSE(APConfig_SetByKey("lunar", "1", error));
         EXPECT_NE(error.find("damaged"), std::string::npos) << error;
-        std::string unused;
-        EXPECT_TRUE(APConfig_EnsureDefaults(unused))
-            << "a damaged file is not replaced by defaults";
-        EXPECT_EQ(ReadFile(SettingsPath()), row.content) << "reads and refusals keep the file";
-    }
-}
+        EXPECT_TRUE(APConfig_EnsureDefaults(error)) << "a damaged file is not replaced by defaults";
+        EXPECT_EQ(ReadFile(SettingsPath()), content) << "reads and refusals keep the file";
 
-TEST_F(ConfigTest, ApplicationWriteSetsADamagedFileAsideBeforeWriting) {
-    Defaults();
-    std::string damaged = "calendar.default_view=11415\n";
-    WriteFile(SettingsPath(), damaged);
-    APCONFIG_CALENDAR_S config;
-    config.defaultView = 11416;
-    ASSERT_EQ(APConfigCalendar_Write(&config), 1);
-    EXPECT_EQ(ReadFile(SettingsPath() + ".damaged"), damaged);
-    APCONFIG_CALENDAR_S read;
-    ASSERT_EQ(APConfigCalendar_Read(&read), 1);
-    EXPECT_EQ(read.defaultView, 11416);
-}
-
-TEST_F(ConfigTest, GettersReturnTheirFieldInTheLowByte) {
-    APCONFIG_CALENDAR_S config{11416, 11427, 13, 11454, 1, {0, 0, 0}};
-    ASSERT_EQ(APConfigCalendar_Write(&config), 1);
-    struct Row {
-        const char* name;
-        long (*getter)(long*);
-        long expected;
-    };
-    const Row rows[] = {
-        {"default_view", APConfigCalendar_GetDefaultView, 11416},
-        {"start_weekday", APConfigCalendar_GetStartWeekDay, 11427},
-        {"start_day_time", APConfigCalendar_GetStartDayTime, 13},
-        {"keep_time", APConfigCalendar_GetKeepTime, 11454},
-        {"lunar", APConfigCalendar_GetLunarCalendar, 1},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        long value = -1;
-        EXPECT_EQ(row.getter(&value) & 0xFF, 1);
-        EXPECT_EQ(value, row.expected);
-        EXPECT_EQ(row.getter(nullptr), 0);
-    }
-    // With the file gone every getter fails and leaves the value as it was.
-    ASSERT_EQ(std::remove(SettingsPath().c_str()), 0);
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        long value = 31337;
-        EXPECT_EQ(row.getter(&value), 0);
-        EXPECT_EQ(value, 31337);
+        config.defaultView = 11416;
+        ASSERT_EQ(APConfigCalendar_Write(&config), 1);
+        const int n = setAside++;
+        EXPECT_EQ(ReadFile(SettingsPath() + ".damaged" + (n ? "." + std::to_string(n) : "")),
+                  content);
+        ASSERT_EQ(APConfigCalendar_Read(&config), 1);
+        EXPECT_EQ(config.defaultView, 11416);
     }
 }
 
@@ -274,7 +203,7 @@ TEST_F(ConfigTest, KeysAreValidatedBeforeAnythingIsWritten) {
     std::vector<std::pair<std::string, std::string>> all;
     ASSERT_TRUE(APConfig_GetAll(all, error));
     ASSERT_EQ(all.size(), APConfig_Keys().size());
-    EXPECT_EQ(all[0].first, "default_view");
+    EXPECT_EQ(all[0], (std::pair<std::string, std::string>("default_view", "11415")));
 }
 
 }  // namespace

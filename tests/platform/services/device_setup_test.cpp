@@ -1,12 +1,10 @@
 // Device set-up on a temporary root with a temporary install layout: program files are copied and
 // refreshed, data is never touched, and an unusable root or install layout is a clear failure.
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <cstdlib>
-#include <fstream>
+#include <filesystem>
 #include <functional>
-#include <sstream>
 
 #include "APConfig.h"
 #include "APDeviceSetup.h"
@@ -15,30 +13,13 @@
 
 namespace {
 
-std::string ReadFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
-
-void WriteFile(const std::string& path, const std::string& data) {
-    std::ofstream(path, std::ios::binary) << data;
-}
-
-bool IsDirectory(const std::string& path) {
-    struct stat info {};
-    return stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
-}
-
 class DeviceSetupTest : public StoreRootTest {
 protected:
     void SetUp() override {
         StoreRootTest::SetUp();
         mInstall = Root() + "-install";
-        mkdir(mInstall.c_str(), 0755);
-        mkdir((mInstall + "/share").c_str(), 0755);
-        mkdir((mInstall + "/lib").c_str(), 0755);
+        std::filesystem::create_directories(mInstall + "/share");
+        std::filesystem::create_directories(mInstall + "/lib");
         WriteFile(mInstall + "/share/calendar.rsc", "resources v1");
         WriteFile(mInstall + "/lib/libVtShare_shareui.so", "library v1");
         const char* saved = std::getenv("CAL_INSTALL_DIR");
@@ -51,43 +32,38 @@ protected:
         } else {
             setenv("CAL_INSTALL_DIR", mSaved.c_str(), 1);
         }
-        std::system(("rm -rf '" + mInstall + "'").c_str());
+        std::filesystem::remove_all(mInstall);
         StoreRootTest::TearDown();
+    }
+    void Populate() {
+        std::string error;
+        ASSERT_TRUE(APDeviceSetup_Populate(error)) << error;
     }
     std::string mInstall;
     std::string mSaved;
 };
 
-TEST_F(DeviceSetupTest, FreshRootIsPopulated) {
-    std::string error;
-    ASSERT_TRUE(APDeviceSetup_Populate(error)) << error;
+TEST_F(DeviceSetupTest, PopulatesARootThenRefreshesProgramFilesAndKeepsData) {
+    Populate();
     EXPECT_EQ(ReadFile(HostPath("/root/resource/calendar.rsc")), "resources v1");
     EXPECT_EQ(ReadFile(HostPath("/usr/lib/libVtShare_shareui.so")), "library v1");
-    EXPECT_TRUE(IsDirectory(HostPath("/tmp/")));
-    APCONFIG_CALENDAR_S config;
-    ASSERT_EQ(APConfigCalendar_Read(&config), 1);
-    EXPECT_EQ(config.startDayTime, 8);
-}
-
-TEST_F(DeviceSetupTest, RefreshesProgramFilesAndKeepsData) {
+    EXPECT_TRUE(std::filesystem::is_directory(HostPath("/tmp/")));
     std::string error;
-    ASSERT_TRUE(APDeviceSetup_Populate(error)) << error;
-    ASSERT_EQ(APConfig_SetByKey("lunar", "1", error), true) << error;
+    ASSERT_TRUE(APConfig_SetByKey("lunar", "1", error)) << "defaults were written: " << error;
     const std::string settings = ReadFile(HostPath(kAPConfigDevicePath));
     PLDeviceRoot::MakeParentDirectories("/var/lib/calendar/events.db");
     WriteFile(HostPath("/var/lib/calendar/events.db"), "user events");
     WriteFile(HostPath("/tmp/17.vcs"), "an export");
     WriteFile(mInstall + "/share/calendar.rsc", "resources v2");
 
-    ASSERT_TRUE(APDeviceSetup_Populate(error)) << error;
+    Populate();
     EXPECT_EQ(ReadFile(HostPath("/root/resource/calendar.rsc")), "resources v2");
     EXPECT_EQ(ReadFile(HostPath(kAPConfigDevicePath)), settings);
     EXPECT_EQ(ReadFile(HostPath("/var/lib/calendar/events.db")), "user events");
     EXPECT_EQ(ReadFile(HostPath("/tmp/17.vcs")), "an export");
-
     // A damaged settings file is left for the user to see, not replaced with defaults.
     WriteFile(HostPath(kAPConfigDevicePath), "damaged");
-    ASSERT_TRUE(APDeviceSetup_Populate(error)) << error;
+    Populate();
     EXPECT_EQ(ReadFile(HostPath(kAPConfigDevicePath)), "damaged");
 }
 
@@ -107,12 +83,11 @@ TEST_F(DeviceSetupTest, FailuresSayWhatIsWrong) {
          "not writable", false},
         {"install_layout_without_resources",
          [&] {
-             std::remove((mInstall + "/share/calendar.rsc").c_str());
+             std::filesystem::remove(mInstall + "/share/calendar.rsc");
              PLDeviceRoot::SetRoot(Root() + "/second");
          },
          "calendar.rsc", true},
     };
-    const std::string root = Root();
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         row.arrange();
@@ -122,10 +97,9 @@ TEST_F(DeviceSetupTest, FailuresSayWhatIsWrong) {
         if (row.restSetUp) {
             APCONFIG_CALENDAR_S config;
             EXPECT_EQ(APConfigCalendar_Read(&config), 1);
-            EXPECT_EQ(ReadFile(PLDeviceRoot::Resolve("/usr/lib/libVtShare_shareui.so")),
-                      "library v1");
+            EXPECT_EQ(ReadFile(HostPath("/usr/lib/libVtShare_shareui.so")), "library v1");
         }
-        PLDeviceRoot::SetRoot(root);
+        PLDeviceRoot::SetRoot(Root());
     }
 }
 
@@ -146,19 +120,13 @@ TEST_F(DeviceSetupTest, PlatformResourcesAreRefreshedWhenBuiltAndOptionalOtherwi
     const std::string target = HostPath("/usr/share/platform/platform.rsc");
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        std::remove((mInstall + "/share/platform.rsc").c_str());
+        std::filesystem::remove(mInstall + "/share/platform.rsc");
         if (row.installed != nullptr) {
             WriteFile(mInstall + "/share/platform.rsc", row.installed);
         }
-        std::string error;
-        ASSERT_TRUE(APDeviceSetup_Populate(error)) << error;
-        struct stat info {};
-        const bool present = stat(target.c_str(), &info) == 0;
-        EXPECT_EQ(present, row.onDevice != nullptr);
-        if (row.onDevice != nullptr) {
-            EXPECT_EQ(ReadFile(target), row.onDevice);
-        }
-        EXPECT_EQ(ReadFile(HostPath("/root/resource/calendar.rsc")), "resources v1");
+        Populate();
+        EXPECT_EQ(std::filesystem::exists(target), row.onDevice != nullptr);
+        EXPECT_EQ(ReadFile(target), row.onDevice ? row.onDevice : "");
     }
 }
 

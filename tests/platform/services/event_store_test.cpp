@@ -1,11 +1,10 @@
-// Event store: byte-exact round trips, ids, the month/week and day queries, deletion cascades,
-// purging, damaged files and a full disk.
+// Event store: byte-exact records across reopening, ids, the month/week and day queries, deletion
+// cascades, purging, damaged files and a full disk.
 #include <sqlite3.h>
 
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <map>
 #include <random>
@@ -22,22 +21,41 @@ namespace {
 
 using EventStoreTest = StoreRootTest;
 
-std::vector<int> MonthIds(long start, long end, bool week = false) {
-    APEventRec store;
-    PLBasicString<char> text;
-    APMonthEventNode* head = week ? store.QueryWeekEventView(start, end, text)
-                                  : store.QueryMonthEventView(start, end, text);
-    std::vector<int> ids;
-    for (APMonthEventNode* n = head; n; n = n->next) {
-        ids.push_back(n->id);
+// A query's list copied out and freed as the views free it.
+template <class Node>
+std::vector<Node> Copy(Node* head) {
+    std::vector<Node> nodes;
+    for (Node* n = head; n; n = n->next) {
+        nodes.push_back(*n);
     }
     APFreeEventNodes(head);
+    return nodes;
+}
+
+std::vector<APMonthEventNode> Month(long start, long end, bool week = false) {
+    APEventRec store;
+    PLBasicString<char> text;
+    return Copy(week ? store.QueryWeekEventView(start, end, text)
+                     : store.QueryMonthEventView(start, end, text));
+}
+
+std::vector<APDayEventNode> Day(int y, int m, int d) {
+    APEventRec store;
+    PLBasicString<char> text;
+    return Copy(store.GetDayEventView(LocalStamp(y, m, d), LocalStamp(y, m, d, 23, 59, 59), text));
+}
+
+template <class Node>
+std::vector<int> Ids(const std::vector<Node>& nodes) {
+    std::vector<int> ids;
+    for (const Node& n : nodes) {
+        ids.push_back(n.id);
+    }
     return ids;
 }
 
 int Add(_EventRecInfo record) {
-    APEventRec store;
-    return store.AddEventRec(&record);
+    return APEventRec().AddEventRec(&record);
 }
 
 _EventRecInfo Filled(uint32_t seed) {
@@ -50,13 +68,41 @@ _EventRecInfo Filled(uint32_t seed) {
     return record;
 }
 
-struct RoundTripRow {
-    const char* name;
-    std::function<_EventRecInfo()> make;
-};
+// A freshly opened store holds `want` byte for byte under `id` (the id word is the row's).
+::testing::AssertionResult Holds(int id, _EventRecInfo want) {
+    _EventRecInfo back;
+    std::memset(&back, 0x5A, sizeof back);
+    if (APEventRec().GetEventRec(id, &back) != 1) {
+        return ::testing::AssertionFailure() << "no event " << id;
+    }
+    want.id = id;
+    if (std::memcmp(&back, &want, sizeof back) != 0) {
+        return ::testing::AssertionFailure() << "event " << id << " differs";
+    }
+    return ::testing::AssertionSuccess();
+}
 
-TEST_F(EventStoreTest, RoundTripKeepsEveryByteAndNumbersFromOne) {
-    const RoundTripRow rows[] = {
+// Runs SQL on a store file directly, as another program on the device could; returns the first
+// column of the last row it yields (-1 when none).
+long RawExec(const std::string& path, const std::string& sql) {
+    sqlite3* db = nullptr;
+    long value = -1;
+    EXPECT_EQ(sqlite3_open(path.c_str(), &db), SQLITE_OK);
+    auto first = [](void* out, int, char** columns, char**) {
+        *static_cast<long*>(out) = columns[0] ? std::atol(columns[0]) : 0;
+        return 0;
+    };
+    EXPECT_EQ(sqlite3_exec(db, sql.c_str(), first, &value, nullptr), SQLITE_OK) << sql;
+    sqlite3_close(db);
+    return value;
+}
+
+TEST_F(EventStoreTest, RecordsKeepEveryByteAcrossReopeningAndNumberFromOne) {
+    struct Row {
+        const char* name;
+        std::function<_EventRecInfo()> make;
+    };
+    const Row rows[] = {
         {"plain",
          [] {
              return TimedEvent("Dentist", LocalStamp(2025, 3, 10, 9), LocalStamp(2025, 3, 10, 10));
@@ -87,42 +133,29 @@ TEST_F(EventStoreTest, RoundTripKeepsEveryByteAndNumbersFromOne) {
          }},
     };
     int expectedId = 1;
-    for (const RoundTripRow& row : rows) {
+    for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        _EventRecInfo original = row.make();
-        original.id = 0;
-        APEventRec store;
-        ASSERT_TRUE(store.IsOpen()) << store.GetLastError();
-        const int id = store.AddEventRec(&original);
+        const _EventRecInfo original = row.make();
+        const int id = Add(original);
         EXPECT_EQ(id, expectedId++);
-        _EventRecInfo back;
-        std::memset(&back, 0x5A, sizeof back);
-        ASSERT_EQ(store.GetEventRec(id, &back), 1);
-        EXPECT_EQ(back.id, id);
-        back.id = 0;
-        EXPECT_EQ(std::memcmp(&back, &original, sizeof back), 0);
-
+        EXPECT_TRUE(Holds(id, original));
         _EventRecInfo changed = Filled(uint32_t(id) * 31);
         changed.id = id;
-        EXPECT_EQ(store.UpdateEventRec(&changed), id);
-        ASSERT_EQ(store.GetEventRec(id, &back), 1);
-        EXPECT_EQ(std::memcmp(&back, &changed, sizeof back), 0);
+        EXPECT_EQ(APEventRec().UpdateEventRec(&changed), id);
+        EXPECT_TRUE(Holds(id, changed));
     }
 }
 
 TEST_F(EventStoreTest, MissingIdsFailWithoutTouchingTheRecord) {
     APEventRec store;
     _EventRecInfo record = TimedEvent("a", 100, 200);
-    const int first = store.AddEventRec(&record);
-    ASSERT_EQ(first, 1);
-    EXPECT_EQ(store.DeleteEventRec(first), 1);
+    ASSERT_EQ(store.AddEventRec(&record), 1);
+    EXPECT_EQ(store.DeleteEventRec(1), 1);
     EXPECT_EQ(store.AddEventRec(&record), 2) << "ids are never reused";
-
     _EventRecInfo untouched = Filled(3);
-    _EventRecInfo copy = untouched;
-    EXPECT_EQ(store.GetEventRec(first, &untouched), 0);
+    const _EventRecInfo copy = untouched;
+    EXPECT_EQ(store.GetEventRec(1, &untouched), 0);
     EXPECT_EQ(std::memcmp(&copy, &untouched, sizeof copy), 0);
-
     record.id = 77;
     EXPECT_EQ(store.UpdateEventRec(&record), 0);
     EXPECT_EQ(record.id, 0) << "a failed update reports itself through the id";
@@ -175,10 +208,8 @@ TEST_F(EventStoreTest, MonthQueryReturnsEveryEventThatTouchesTheRangeOnce) {
     };
     for (const char* zone : {"UTC", "America/New_York", "Asia/Tokyo"}) {
         SCOPED_TRACE(zone);
-        TearDown();
-        SetUp();
-        UseZone(zone);
-        std::vector<std::pair<long, int>> expected;
+        Restart(zone);
+        std::vector<std::pair<long, int>> expected;  // ascending start, ties by id
         for (const WhichRow& row : rows) {
             const _EventRecInfo record = Make(row);
             const int id = Add(record);
@@ -192,63 +223,43 @@ TEST_F(EventStoreTest, MonthQueryReturnsEveryEventThatTouchesTheRangeOnce) {
         for (const auto& e : expected) {
             wantIds.push_back(e.second);
         }
-        EXPECT_EQ(MonthIds(LocalStamp(2025, 3, 1), LocalStamp(2025, 4, 1)), wantIds);
-        EXPECT_EQ(MonthIds(LocalStamp(2025, 3, 1), LocalStamp(2025, 4, 1), true), wantIds);
+        for (bool week : {false, true}) {
+            EXPECT_EQ(Ids(Month(LocalStamp(2025, 3, 1), LocalStamp(2025, 4, 1), week)), wantIds);
+        }
     }
 }
 
-TEST_F(EventStoreTest, MonthNodeFieldsAtTheirOffsets) {
+TEST_F(EventStoreTest, MonthNodesCarryTheDaysTheViewsPlaceBy) {
     _EventRecInfo midnight = TimedEvent("m", LocalStamp(2025, 3, 10, 10), LocalStamp(2025, 3, 11));
     midnight.colour = 11550;
     _EventRecInfo series =
         TimedEvent("s", LocalStamp(2025, 3, 3, 9), LocalStamp(2025, 3, 3, 17, 30));
     MakeRepeating(series, 4, 2, (2 << 8) | 3, LocalStamp(2026, 1, 13, 9), 6);
-    _EventRecInfo allDay = AllDayEvent("a", 2025, 3, 20, 2);
     const int idMidnight = Add(midnight);
     const int idSeries = Add(series);
-    const int idAllDay = Add(allDay);
+    const int idAllDay = Add(AllDayEvent("a", 2025, 3, 20, 2));
 
-    APEventRec store;
-    PLBasicString<char> text;
-    APMonthEventNode* head =
-        store.QueryMonthEventView(LocalStamp(2025, 3, 1), LocalStamp(2025, 4, 1), text);
-    ASSERT_NE(head, nullptr);
-    const auto* bytes = reinterpret_cast<const uint8_t*>(head);
-    auto word = [&](const uint8_t* base, int offset) {
-        int32_t value;
-        std::memcpy(&value, base + offset, 4);
-        return value;
-    };
-    // Series (starts Mar 3) first, then the midnight event, then the all-day one.
-    EXPECT_EQ(word(bytes, 52), idSeries);
-    EXPECT_EQ(word(bytes, 0), PLDate(2025, 3, 3).dayNumber);
-    EXPECT_EQ(word(bytes, 8), PLDate(2025, 3, 3).dayNumber);
-    EXPECT_EQ(word(bytes, 16), PLDate(2026, 1, 13).dayNumber) << "limit is the last-occurrence day";
-    EXPECT_EQ(bytes[28], 17);
-    EXPECT_EQ(bytes[29], 30);
-    EXPECT_EQ(word(bytes, 36), 2);
-    EXPECT_EQ(word(bytes, 40), (2 << 8) | 3);
-    EXPECT_EQ(word(bytes, 48), 4);
-
-    const APMonthEventNode* second = head->next;
-    ASSERT_NE(second, nullptr);
-    EXPECT_EQ(second->id, idMidnight);
-    EXPECT_EQ(second->lastDay, PLDate(2025, 3, 11)) << "the end's day as stored; the view moves it";
-    EXPECT_EQ(second->limitDay, second->lastDay);
-    EXPECT_EQ(second->endTime, PLTime(0, 0, 0));
-    EXPECT_EQ(second->colour, 11550u);
-
-    const APMonthEventNode* third = second->next;
-    ASSERT_NE(third, nullptr);
-    EXPECT_EQ(third->id, idAllDay);
-    EXPECT_EQ(third->allDay, 1);
-    EXPECT_EQ(third->firstDay, PLDate(2025, 3, 20));
-    EXPECT_EQ(third->lastDay, PLDate(2025, 3, 21));
-    EXPECT_EQ(third->next, nullptr);
-    APFreeEventNodes(head);
-
-    EXPECT_EQ(store.QueryMonthEventView(LocalStamp(2027, 5, 1), LocalStamp(2027, 6, 1), text),
-              nullptr);
+    const std::vector<APMonthEventNode> nodes =
+        Month(LocalStamp(2025, 3, 1), LocalStamp(2025, 4, 1));
+    ASSERT_EQ(Ids(nodes), (std::vector<int>{idSeries, idMidnight, idAllDay}));
+    const APMonthEventNode& s = nodes[0];
+    EXPECT_EQ(s.firstDay, PLDate(2025, 3, 3));
+    EXPECT_EQ(s.lastDay, PLDate(2025, 3, 3));
+    EXPECT_EQ(s.limitDay, PLDate(2026, 1, 13)) << "limit is the last-occurrence day";
+    EXPECT_EQ(s.endTime, PLTime(17, 30, 0));
+    EXPECT_EQ(s.recurValueA, 2);
+    EXPECT_EQ(s.recurValueB, (2 << 8) | 3);
+    EXPECT_EQ(s.recurKind, 4);
+    const APMonthEventNode& m = nodes[1];
+    EXPECT_EQ(m.lastDay, PLDate(2025, 3, 11)) << "the end's day as stored; the view moves it";
+    EXPECT_EQ(m.limitDay, m.lastDay);
+    EXPECT_EQ(m.endTime, PLTime(0, 0, 0));
+    EXPECT_EQ(m.colour, 11550u);
+    const APMonthEventNode& a = nodes[2];
+    EXPECT_EQ(a.allDay, 1);
+    EXPECT_EQ(a.firstDay, PLDate(2025, 3, 20));
+    EXPECT_EQ(a.lastDay, PLDate(2025, 3, 21));
+    EXPECT_TRUE(Month(LocalStamp(2027, 5, 1), LocalStamp(2027, 6, 1)).empty());
 }
 
 // One event for the day query: a series of `kind` (or, with kind -1, a single event) starting on
@@ -304,9 +315,7 @@ TEST_F(EventStoreTest, DayQueryExpandsEveryKindLikeTheMonthView) {
     };
     for (const DayRow& row : rows) {
         SCOPED_TRACE(row.name);
-        TearDown();
-        SetUp();
-        UseZone("Europe/Berlin");
+        Restart("Europe/Berlin");
         const PLDate start = DateOf(row.start);
         const long begin = LocalStamp(start.year, start.month, start.day, row.hour);
         _EventRecInfo record = TimedEvent("series", begin, begin + row.hours * 3600L);
@@ -316,43 +325,28 @@ TEST_F(EventStoreTest, DayQueryExpandsEveryKindLikeTheMonthView) {
                           LocalStamp(limit.year, limit.month, limit.day, row.hour));
         }
         ASSERT_EQ(Add(record), 1);
-        APEventRec store;
-        PLBasicString<char> text;
         const PLDate d = DateOf(row.day);
-        APDayEventNode* head =
-            store.GetDayEventView(LocalStamp(d.year, d.month, d.day),
-                                  LocalStamp(d.year, d.month, d.day, 23, 59, 59), text);
-        int count = 0;
-        for (APDayEventNode* n = head; n; n = n->next) {
-            ++count;
+        const std::vector<APDayEventNode> nodes = Day(d.year, d.month, d.day);
+        ASSERT_EQ(int(nodes.size()), row.occurrences);
+        if (!nodes.empty()) {
+            EXPECT_EQ(nodes[0].id, 1);
+            EXPECT_EQ(nodes[0].firstDay, DateOf(row.first));
+            EXPECT_EQ(nodes[0].lastDay, DateOf(row.last ? row.last : row.first));
+            EXPECT_EQ(nodes[0].startHour, row.hour);
         }
-        EXPECT_EQ(count, row.occurrences);
-        if (head && row.occurrences > 0) {
-            EXPECT_EQ(head->id, 1);
-            EXPECT_EQ(head->firstDay, DateOf(row.first));
-            EXPECT_EQ(head->lastDay, DateOf(row.last ? row.last : row.first));
-            EXPECT_EQ(head->startHour, row.hour);
-        }
-        APFreeEventNodes(head);
     }
     // All-day events are dates coded as UTC: in any zone they cover exactly their dates.
     for (const char* zone : {"Pacific/Auckland", "America/Los_Angeles"}) {
         SCOPED_TRACE(zone);
-        TearDown();
-        SetUp();
-        UseZone(zone);
+        Restart(zone);
         ASSERT_EQ(Add(AllDayEvent("ad", 2025, 3, 10, 2)), 1);
-        APEventRec store;
-        PLBasicString<char> text;
         for (int day = 9; day <= 12; ++day) {
-            APDayEventNode* head = store.GetDayEventView(
-                LocalStamp(2025, 3, day), LocalStamp(2025, 3, day, 23, 59, 59), text);
-            EXPECT_EQ(head != nullptr, day == 10 || day == 11) << day;
-            if (head) {
-                EXPECT_EQ(head->firstDay, PLDate(2025, 3, 10));
-                EXPECT_EQ(head->lastDay, PLDate(2025, 3, 11));
+            const std::vector<APDayEventNode> nodes = Day(2025, 3, day);
+            ASSERT_EQ(nodes.size(), day == 10 || day == 11 ? 1u : 0u) << day;
+            if (!nodes.empty()) {
+                EXPECT_EQ(nodes[0].firstDay, PLDate(2025, 3, 10));
+                EXPECT_EQ(nodes[0].lastDay, PLDate(2025, 3, 11));
             }
-            APFreeEventNodes(head);
         }
     }
 }
@@ -361,41 +355,26 @@ TEST_F(EventStoreTest, DayQueryOrderAndIcons) {
     const long day = LocalStamp(2025, 3, 10);
     _EventRecInfo allDay = AllDayEvent("all day", 2025, 3, 10);
     allDay.alarm = 1;
-    _EventRecInfo afternoon = TimedEvent("afternoon", day + 14 * 3600, day + 15 * 3600);
     _EventRecInfo morning = TimedEvent("morning", day + 9 * 3600, day + 10 * 3600);
     MakeRepeating(morning, 1, 1, 0, LocalStamp(2030, 12, 31, 9));
-    _EventRecInfo longer = TimedEvent("", day - 2 * 3600, day + 2 * 3600);
     _EventRecInfo sameTime = TimedEvent("same", day + 9 * 3600, day + 11 * 3600);
     std::memset(sameTime.subject, 'x', sizeof sameTime.subject);  // no NUL at all
     const int idAllDay = Add(allDay);
-    const int idAfternoon = Add(afternoon);
+    const int idAfternoon = Add(TimedEvent("afternoon", day + 14 * 3600, day + 15 * 3600));
     const int idMorning = Add(morning);
-    const int idLonger = Add(longer);
+    const int idLonger = Add(TimedEvent("", day - 2 * 3600, day + 2 * 3600));
     const int idSame = Add(sameTime);
 
-    APEventRec store;
-    PLBasicString<char> text;
-    APDayEventNode* head = store.GetDayEventView(day, day + 86399, text);
-    std::vector<int> order;
-    for (APDayEventNode* n = head; n; n = n->next) {
-        order.push_back(n->id);
-    }
-    EXPECT_EQ(order, (std::vector<int>{idLonger, idAllDay, idMorning, idSame, idAfternoon}));
-    ASSERT_EQ(order.size(), 5u);
-    const APDayEventNode* longerNode = head;
-    const APDayEventNode* allDayNode = longerNode->next;
-    const APDayEventNode* morningNode = allDayNode->next;
-    const APDayEventNode* sameNode = morningNode->next;
-    const auto* raw = reinterpret_cast<const uint8_t*>(allDayNode);
-    EXPECT_EQ(raw[633], 1) << "all-day flag";
-    EXPECT_EQ(raw[635], 1) << "first icon: alarm";
-    EXPECT_EQ(raw[634], 0);
-    EXPECT_STREQ(allDayNode->subject, "all day");
-    EXPECT_EQ(morningNode->repeatIcon, 1) << "second icon: repeats";
-    EXPECT_EQ(morningNode->alarmIcon, 0);
-    EXPECT_EQ(longerNode->subject[0], '\0');
-    EXPECT_EQ(strlen(sameNode->subject), 600u) << "subject cut to 600 bytes and terminated";
-    APFreeEventNodes(head);
+    const std::vector<APDayEventNode> nodes = Day(2025, 3, 10);
+    ASSERT_EQ(Ids(nodes), (std::vector<int>{idLonger, idAllDay, idMorning, idSame, idAfternoon}));
+    EXPECT_EQ(nodes[0].subject[0], '\0');
+    EXPECT_STREQ(nodes[1].subject, "all day");
+    EXPECT_EQ(nodes[1].allDay, 1);
+    EXPECT_EQ(nodes[1].alarmIcon, 1) << "first icon: alarm";
+    EXPECT_EQ(nodes[1].repeatIcon, 0);
+    EXPECT_EQ(nodes[2].repeatIcon, 1) << "second icon: repeats";
+    EXPECT_EQ(nodes[2].alarmIcon, 0);
+    EXPECT_EQ(strlen(nodes[3].subject), 600u) << "subject cut to 600 bytes and terminated";
 }
 
 // An event with an alert record and a daemon alarm, as the save path leaves it.
@@ -403,6 +382,15 @@ struct AlarmedEvent {
     int eventId;
     int alertId;
     int daemonId;
+    // Each of the three records is there (or none of them).
+    bool Exists(bool present) const {
+        _EventRecInfo record;
+        _EventAlertInfo info{};
+        AP_ALERT_CONTEXT context;
+        return (APEventRec().GetEventRec(eventId, &record) == 1) == present &&
+               (APEventAlertDB().GetEventAlertInfo(alertId, &info) == 1) == present &&
+               APAlertDB_GetAlert(daemonId, &context) == present;
+    }
 };
 
 AlarmedEvent AddAlarmed(long start, long last) {
@@ -417,68 +405,33 @@ AlarmedEvent AddAlarmed(long start, long last) {
     info.eventTime = int32_t(start);
     info.leadAmount = 5;
     info.leadUnit = 1;
-    APEventAlertDB alerts;
-    const int alertId = alerts.Add(&info);
+    const int alertId = APEventAlertDB().Add(&info);
     _EventRecInfo record = TimedEvent("alarmed", start, start + 3600);
     MakeRepeating(record, 1, 1, 0, last);
     record.alarm = 1;
     record.alertInfoId = alertId;
-    const int eventId = Add(record);
-    return {eventId, alertId, daemonId};
-}
-
-bool AlertExists(int id) {
-    APEventAlertDB alerts;
-    _EventAlertInfo info{};
-    return alerts.GetEventAlertInfo(id, &info) == 1;
-}
-
-bool AlarmExists(int id) {
-    AP_ALERT_CONTEXT context;
-    return APAlertDB_GetAlert(id, &context);
-}
-
-bool EventExists(int id) {
-    APEventRec store;
-    _EventRecInfo record;
-    return store.GetEventRec(id, &record) == 1;
-}
-
-// Runs SQL on a store file directly, as another program on the device could.
-void RawExec(const std::string& path, const std::string& sql) {
-    sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open(path.c_str(), &db), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sql;
-    sqlite3_close(db);
+    return {Add(record), alertId, daemonId};
 }
 
 TEST_F(EventStoreTest, DeletingAnEventRemovesItsAlertAndAlarmInOneTransaction) {
     // A failure at any of the three steps rolls back the other two.
     for (const char* refusing : {"alarms", "alerts", "events"}) {
         SCOPED_TRACE(refusing);
-        TearDown();
-        SetUp();
+        Restart();
         const AlarmedEvent event = AddAlarmed(LocalStamp(2025, 3, 11, 9), LocalStamp(2026, 1, 1));
         ASSERT_GT(event.daemonId, 0);
         RawExec(HostPath(kAPEventStoreDevicePath),
                 std::string("CREATE TRIGGER refuse BEFORE DELETE ON ") + refusing +
                     " BEGIN SELECT RAISE(ABORT, 'refused'); END");
         EXPECT_EQ(APEventRec().DeleteEventRec(event.eventId), 0);
-        EXPECT_TRUE(EventExists(event.eventId));
-        EXPECT_TRUE(AlertExists(event.alertId));
-        EXPECT_TRUE(AlarmExists(event.daemonId));
+        EXPECT_TRUE(event.Exists(true));
     }
-    TearDown();
-    SetUp();
+    Restart();
     const AlarmedEvent kept = AddAlarmed(LocalStamp(2025, 3, 10, 9), LocalStamp(2026, 1, 1, 9));
     const AlarmedEvent gone = AddAlarmed(LocalStamp(2025, 3, 11, 9), LocalStamp(2026, 1, 1, 9));
     EXPECT_EQ(APEventRec().DeleteEventRec(gone.eventId), 1);
-    EXPECT_FALSE(EventExists(gone.eventId));
-    EXPECT_FALSE(AlertExists(gone.alertId));
-    EXPECT_FALSE(AlarmExists(gone.daemonId));
-    EXPECT_TRUE(EventExists(kept.eventId));
-    EXPECT_TRUE(AlertExists(kept.alertId));
-    EXPECT_TRUE(AlarmExists(kept.daemonId));
+    EXPECT_TRUE(gone.Exists(false));
+    EXPECT_TRUE(kept.Exists(true));
 
     // Atomic across a crash too: SQLite commits one WAL file at once, but attached files one by
     // one. So the three tables share the events file and no other store file exists.
@@ -489,55 +442,46 @@ TEST_F(EventStoreTest, DeletingAnEventRemovesItsAlertAndAlarmInOneTransaction) {
 }
 
 TEST_F(EventStoreTest, AlarmsOfAnOlderRootMoveIntoTheStore) {
-    struct Row {
-        const char* name;
-        bool readable;
-        const char* keptAs;
-    };
-    const Row rows[] = {{"old_alarm_file", true, ".migrated"}, {"garbage", false, ".unreadable"}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        TearDown();
-        SetUp();
+    AP_ALERT_CONTEXT context;
+    std::memset(&context, 0, sizeof context);
+    context.alertTime = 1234;
+    std::strcpy(context.rule, "FREQ=DAILY;INTERVAL=1;COUNT=2");
+    std::string blob;
+    for (size_t i = 0; i < sizeof context; ++i) {
+        static const char kHex[] = "0123456789ABCDEF";
+        const uint8_t byte = reinterpret_cast<const uint8_t*>(&context)[i];
+        blob += {kHex[byte >> 4], kHex[byte & 15]};
+    }
+    for (bool readable : {true, false}) {
+        SCOPED_TRACE(readable ? "old_alarm_file" : "garbage");
+        Restart();
         const std::string legacy = HostPath("/var/lib/alarmd/alarms.db");
         PLDeviceRoot::MakeParentDirectories("/var/lib/alarmd/alarms.db");
-        AP_ALERT_CONTEXT context;
-        std::memset(&context, 0, sizeof context);
-        context.alertTime = 1234;
-        std::strcpy(context.rule, "FREQ=DAILY;INTERVAL=1;COUNT=2");
-        if (row.readable) {
+        if (readable) {
             RawExec(legacy,
                     "CREATE TABLE alarms(id INTEGER PRIMARY KEY AUTOINCREMENT, alert_time INTEGER, "
                     "owner TEXT, rule TEXT, context BLOB);"
                     "CREATE TABLE daemon_state(key TEXT PRIMARY KEY, value INTEGER);"
-                    "INSERT INTO daemon_state VALUES('generation', 3);");
-            sqlite3* db = nullptr;
-            ASSERT_EQ(sqlite3_open(legacy.c_str(), &db), SQLITE_OK);
-            sqlite3_stmt* stmt = nullptr;
-            sqlite3_prepare_v2(db, "INSERT INTO alarms VALUES(7, 1234, '5', ?1, ?2)", -1, &stmt,
-                               nullptr);
-            sqlite3_bind_text(stmt, 1, context.rule, -1, SQLITE_STATIC);
-            sqlite3_bind_blob(stmt, 2, &context, sizeof context, SQLITE_STATIC);
-            EXPECT_EQ(sqlite3_step(stmt), SQLITE_DONE);
-            sqlite3_finalize(stmt);
-            sqlite3_close(db);
+                    "INSERT INTO daemon_state VALUES('generation', 3);"
+                    "INSERT INTO alarms VALUES(7, 1234, '5', '" +
+                        std::string(context.rule) + "', X'" + blob + "');");
         } else {
-            std::ofstream(legacy, std::ios::binary) << std::string(3000, '\x7f');
+            WriteFile(legacy, std::string(3000, '\x7f'));
         }
-        std::ifstream before(legacy, std::ios::binary);
-        const std::string bytes((std::istreambuf_iterator<char>(before)), {});
+        const std::string bytes = ReadFile(legacy);
 
         AP_ALERT_CONTEXT back;
-        EXPECT_EQ(APAlertDB_GetAlert(7, &back), row.readable);
-        if (row.readable) {
-            EXPECT_EQ(std::memcmp(back.rule, context.rule, sizeof back.rule), 0);
+        EXPECT_EQ(APAlertDB_GetAlert(7, &back), readable);
+        if (readable) {
+            AP_ALERT_CONTEXT moved = context;
+            moved.alertId = 7;
+            EXPECT_EQ(std::memcmp(&back, &moved, sizeof back), 0);
             EXPECT_EQ(APAlertDB_GetGeneration(), 3);
         }
         EXPECT_FALSE(std::filesystem::exists(legacy));
-        std::ifstream after(legacy + row.keptAs, std::ios::binary);
-        const std::string kept((std::istreambuf_iterator<char>(after)), {});
-        EXPECT_TRUE(row.readable ? !kept.empty() : kept == bytes) << "the old file is kept";
-        EXPECT_EQ(APAlertDB_AddAlert(&context), row.readable ? 8 : 1)
+        const std::string kept = ReadFile(legacy + (readable ? ".migrated" : ".unreadable"));
+        EXPECT_TRUE(readable ? !kept.empty() : kept == bytes) << "the old file is kept";
+        EXPECT_EQ(APAlertDB_AddAlert(&context), readable ? 8 : 1)
             << "new alarms number after the moved ones";
     }
 }
@@ -548,86 +492,58 @@ TEST_F(EventStoreTest, PurgeRemovesFinishedEventsWithTheirAlarms) {
         AddAlarmed(LocalStamp(2024, 1, 1, 9), LocalStamp(2026, 6, 1, 9));
     const int oldSingle =
         Add(TimedEvent("old", LocalStamp(2024, 12, 1), LocalStamp(2024, 12, 1, 1)));
-    const int boundary =
-        Add(TimedEvent("edge", LocalStamp(2024, 12, 31, 23), LocalStamp(2025, 1, 1)));
-    APEventRec store;
-    EXPECT_EQ(store.DeleteFinshedEventRec(LocalStamp(2025, 1, 1)), 2);
-    EXPECT_FALSE(EventExists(oldSeries.eventId));
-    EXPECT_FALSE(AlertExists(oldSeries.alertId));
-    EXPECT_FALSE(AlarmExists(oldSeries.daemonId));
-    EXPECT_FALSE(EventExists(oldSingle));
-    EXPECT_TRUE(EventExists(boundary)) << "ends exactly at the limit: not finished before it";
-    EXPECT_TRUE(EventExists(liveSeries.eventId));
-    EXPECT_TRUE(AlarmExists(liveSeries.daemonId));
+    const _EventRecInfo edge =
+        TimedEvent("edge", LocalStamp(2024, 12, 31, 23), LocalStamp(2025, 1, 1));
+    const int boundary = Add(edge);
+    EXPECT_EQ(APEventRec().DeleteFinshedEventRec(LocalStamp(2025, 1, 1)), 2);
+    EXPECT_TRUE(oldSeries.Exists(false));
+    _EventRecInfo unused;
+    EXPECT_EQ(APEventRec().GetEventRec(oldSingle, &unused), 0);
+    EXPECT_TRUE(Holds(boundary, edge)) << "ends exactly at the limit: not finished before it";
+    EXPECT_TRUE(liveSeries.Exists(true));
 }
 
-struct DamageRow {
-    const char* name;
-    const char* devicePath;
-    std::function<void(const std::string&)> damage;
-};
-
 TEST_F(EventStoreTest, DamagedStoreIsSetAsideAndANewOneMade) {
-    auto truncate = [](const std::string& path) {
-        const auto size = std::filesystem::file_size(path);
-        std::filesystem::resize_file(path, size / 2);
+    using Damage = std::function<void(const std::string&)>;
+    const std::pair<const char*, Damage> rows[] = {
+        {"truncated",
+         [](const std::string& host) {
+             std::filesystem::resize_file(host, std::filesystem::file_size(host) / 2);
+         }},
+        {"garbage", [](const std::string& host) { WriteFile(host, std::string(5000, '\x7f')); }},
+        {"pages_overwritten",
+         [](const std::string& host) {
+             std::string bytes = ReadFile(host);
+             bytes.replace(100, 3000, std::string(3000, '\x01'));
+             WriteFile(host, bytes);
+         }},
     };
-    auto garbage = [](const std::string& path) {
-        std::ofstream(path, std::ios::binary | std::ios::trunc) << std::string(5000, '\x7f');
-    };
-    auto header = [](const std::string& path) {
-        std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
-        file.seekp(100);
-        file << std::string(3000, '\x01');
-    };
-    const DamageRow rows[] = {
-        {"events_truncated", kAPEventStoreDevicePath, truncate},
-        {"events_garbage", kAPEventStoreDevicePath, garbage},
-        {"events_pages_overwritten", kAPEventStoreDevicePath, header},
-    };
-    for (const DamageRow& row : rows) {
-        SCOPED_TRACE(row.name);
-        TearDown();
-        SetUp();
-        {
-            APEventRec store;
-            for (int i = 0; i < 40; ++i) {
-                _EventRecInfo filler = Filled(uint32_t(i));
-                ASSERT_GT(store.AddEventRec(&filler), 0);
-            }
+    for (const auto& [name, damage] : rows) {
+        SCOPED_TRACE(name);
+        Restart();
+        const std::string host = HostPath(kAPEventStoreDevicePath);
+        for (int i = 0; i < 40; ++i) {
+            ASSERT_GT(Add(Filled(uint32_t(i))), 0);
         }
         AddAlarmed(LocalStamp(2025, 3, 10, 9), LocalStamp(2026, 1, 1, 9));
-        const std::string host = HostPath(row.devicePath);
-        {
-            // Fold the write-ahead log into the file so that the damage hits the real data.
-            sqlite3* db = nullptr;
-            ASSERT_EQ(sqlite3_open(host.c_str(), &db), SQLITE_OK);
-            sqlite3_exec(db, "PRAGMA wal_checkpoint(TRUNCATE)", nullptr, nullptr, nullptr);
-            sqlite3_close(db);
-        }
-        row.damage(host);
-        std::string damagedBytes;
-        {
-            std::ifstream in(host, std::ios::binary);
-            damagedBytes.assign(std::istreambuf_iterator<char>(in), {});
-        }
+        // Fold the write-ahead log into the file so that the damage hits the real data.
+        RawExec(host, "PRAGMA wal_checkpoint(TRUNCATE)");
+        damage(host);
+        const std::string damagedBytes = ReadFile(host);
         APDatabase::ForgetChecks();
         APEventRec store;
         ASSERT_TRUE(store.IsOpen()) << store.GetLastError();
         _EventRecInfo record = TimedEvent("fresh", 5, 6);
-        if (std::string(row.devicePath) == kAPEventStoreDevicePath) {
-            EXPECT_EQ(store.AddEventRec(&record), 1) << "a new store numbers from 1 again";
-        }
+        EXPECT_EQ(store.AddEventRec(&record), 1) << "a new store numbers from 1 again";
         int setAside = 0;
         for (const auto& entry :
              std::filesystem::directory_iterator(std::filesystem::path(host).parent_path())) {
-            const std::string name = entry.path().filename().string();
-            if (name.find(".corrupt-") != std::string::npos &&
-                name.find("-wal") == std::string::npos && name.find("-shm") == std::string::npos) {
+            const std::string file = entry.path().filename().string();
+            if (file.find(".corrupt-") != std::string::npos &&
+                file.find("-wal") == std::string::npos && file.find("-shm") == std::string::npos) {
                 ++setAside;
-                std::ifstream in(entry.path(), std::ios::binary);
-                const std::string kept((std::istreambuf_iterator<char>(in)), {});
-                EXPECT_EQ(kept, damagedBytes) << "the damaged file is kept byte for byte";
+                EXPECT_EQ(ReadFile(entry.path()), damagedBytes)
+                    << "the damaged file is kept byte for byte";
             }
         }
         EXPECT_EQ(setAside, 1);
@@ -635,79 +551,52 @@ TEST_F(EventStoreTest, DamagedStoreIsSetAsideAndANewOneMade) {
 }
 
 TEST_F(EventStoreTest, FullDiskFailsTheWriteAndKeepsTheStore) {
-    std::vector<int> stored;
-    for (int i = 0; i < 20; ++i) {
-        stored.push_back(Add(TimedEvent("before the quota", LocalStamp(2025, 3, 1 + i, 9),
-                                        LocalStamp(2025, 3, 1 + i, 10))));
+    std::map<int, _EventRecInfo> expected;  // each id's last successful write
+    for (int day = 1; day <= 20; ++day) {
+        const _EventRecInfo record = TimedEvent("before the quota", LocalStamp(2025, 3, day, 9),
+                                                LocalStamp(2025, 3, day, 10));
+        expected[Add(record)] = record;
     }
-    long pages = 0;
-    {
-        sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open(HostPath(kAPEventStoreDevicePath).c_str(), &db), SQLITE_OK);
-        sqlite3_stmt* stmt = nullptr;
-        sqlite3_prepare_v2(db, "PRAGMA page_count", -1, &stmt, nullptr);
-        ASSERT_EQ(sqlite3_step(stmt), SQLITE_ROW);
-        pages = sqlite3_column_int(stmt, 0);
-        sqlite3_finalize(stmt);
-        sqlite3_close(db);
-    }
-    APDatabase::SetPageQuota(pages + 2);
+    const std::string host = HostPath(kAPEventStoreDevicePath);
+    APDatabase::SetPageQuota(RawExec(host, "PRAGMA page_count") + 2);
     std::mt19937 random(11);
-    auto noisy = [&](int day) {
-        _EventRecInfo record =
-            TimedEvent("", LocalStamp(2025, 4, day, 9), LocalStamp(2025, 4, day, 10));
+    auto noisy = [&](int id) {
+        _EventRecInfo record = TimedEvent("", LocalStamp(2025, 4, 1 + id % 28, 9),
+                                          LocalStamp(2025, 4, 1 + id % 28, 10));
         for (char& c : record.notes) {
             c = char('a' + random() % 26);
         }
         record.notes[600] = 0;
+        std::memset(record.platform3, 0x33 + id, sizeof record.platform3);
+        record.id = id;
         return record;
     };
-    int failedAt = -1;
-    for (int i = 0; i < 40 && failedAt < 0; ++i) {
-        APEventRec store;
-        _EventRecInfo record = noisy(1 + i % 28);
-        const int id = store.AddEventRec(&record);
-        if (id <= 0) {
-            failedAt = i;
+    bool addFailed = false;
+    for (int i = 0; i < 40 && !addFailed; ++i) {
+        const _EventRecInfo record = noisy(0);
+        const int id = Add(record);
+        addFailed = id <= 0;
+        if (!addFailed) {
+            expected[id] = record;
+        }
+    }
+    bool updateFailed = false;
+    for (int i = 0; i < 50 && !updateFailed; ++i) {
+        _EventRecInfo bigger = noisy(std::next(expected.begin(), i % int(expected.size()))->first);
+        const _EventRecInfo wanted = bigger;
+        if (APEventRec().UpdateEventRec(&bigger) == wanted.id) {
+            expected[wanted.id] = wanted;
         } else {
-            stored.push_back(id);
+            EXPECT_EQ(bigger.id, 0) << "a failed update reports itself through the id";
+            updateFailed = true;
         }
     }
-    ASSERT_GE(failedAt, 0) << "the quota was never reached";
-
-    // What each id must hold afterwards: its last successful write.
-    std::map<int, _EventRecInfo> expected;
-    {
-        APEventRec store;
-        for (int id : stored) {
-            ASSERT_EQ(store.GetEventRec(id, &expected[id]), 1);
-        }
-        bool updateFailed = false;
-        for (int i = 0; i < 50 && !updateFailed; ++i) {
-            _EventRecInfo bigger = noisy(2);
-            std::memset(bigger.platform3, 0x33 + i, sizeof bigger.platform3);
-            const int id = stored[size_t(i) % stored.size()];
-            bigger.id = id;
-            if (store.UpdateEventRec(&bigger) == id) {
-                expected[id] = bigger;
-            } else {
-                EXPECT_EQ(bigger.id, 0) << "a failed update reports itself through the id";
-                updateFailed = true;
-            }
-        }
-        EXPECT_TRUE(updateFailed) << "an update past the quota fails";
-    }
+    EXPECT_TRUE(addFailed && updateFailed) << "writes past the quota fail";
     APDatabase::SetPageQuota(0);
     APDatabase::ForgetChecks();
-    APEventRec store;
-    std::vector<int> ids = store.ListEventIds(0, 0);
-    std::sort(ids.begin(), ids.end());
-    EXPECT_EQ(ids, stored);
+    EXPECT_EQ(APEventRec().ListEventIds(0, 0).size(), expected.size());
     for (const auto& [id, want] : expected) {
-        SCOPED_TRACE(id);
-        _EventRecInfo got;
-        ASSERT_EQ(store.GetEventRec(id, &got), 1);
-        EXPECT_EQ(std::memcmp(&got, &want, sizeof got), 0);
+        EXPECT_TRUE(Holds(id, want));
     }
 }
 

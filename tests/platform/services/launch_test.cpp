@@ -19,23 +19,7 @@ public:
     std::vector<uint32_t> ids;
 };
 
-class LaunchTest : public StoreRootTest {
-protected:
-    void SetUp() override {
-        StoreRootTest::SetUp();
-        PLAppContext::GetInstance()->GetEventDispatcher().AddListener(&mApp);
-    }
-    void TearDown() override {
-        PLAppContext::GetInstance()->GetEventDispatcher().RemoveListener(&mApp);
-        PLAppContext::ResetInstance();
-        StoreRootTest::TearDown();
-    }
-    void Broadcast(uint32_t id, const char* recipient, const char* sender) {
-        PLMessage message(id, kPLWildcard, kPLWildcard, recipient, sender);
-        PLPMEClient::GetInstance()->BroadcastMessage(&message);
-    }
-    RecordingListener mApp;
-};
+using LaunchTest = StoreRootTest;
 
 TEST_F(LaunchTest, MessagesReachTheApplicationOnlyWhenAddressedToIt) {
     struct Row {
@@ -44,6 +28,7 @@ TEST_F(LaunchTest, MessagesReachTheApplicationOnlyWhenAddressedToIt) {
         int registrations;
         const char* recipient;
         size_t expected;
+        bool resetAfterRegistering = false;
     };
     const Row rows[] = {
         {"addressed by recipient", "com.example.app", 1, "com.example.app", 1},
@@ -51,26 +36,26 @@ TEST_F(LaunchTest, MessagesReachTheApplicationOnlyWhenAddressedToIt) {
         {"another application's message", "com.example.app", 1, "com.example.other", 0},
         {"not registered", "com.example.app", 0, "com.example.app", 0},
         {"no application name", "", 1, "com.example.app", 0},
+        {"context reset ends the registration", "com.example.app", 1, "com.example.app", 0, true},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
+        RecordingListener app;
         PLAppContext::ResetInstance();
-        mApp.ids.clear();
         PLAppContext::GetInstance()->SetApplicationName(row.appName);
         for (int i = 0; i < row.registrations; ++i) {
             RegisterForIPC_APLaunchAppMsg();
         }
-        Broadcast(5005, row.recipient, "calendar-ctl");
-        EXPECT_EQ(mApp.ids.size(), row.expected);
+        if (row.resetAfterRegistering) {
+            PLAppContext::ResetInstance();
+        }
+        PLAppContext::GetInstance()->GetEventDispatcher().AddListener(&app);
+        PLMessage message(5005, kPLWildcard, kPLWildcard, row.recipient, "calendar-ctl");
+        PLPMEClient::GetInstance()->BroadcastMessage(&message);
+        PLAppContext::GetInstance()->GetEventDispatcher().RemoveListener(&app);
+        EXPECT_EQ(app.ids.size(), row.expected);
     }
-}
-
-TEST_F(LaunchTest, ResettingTheContextEndsTheRegistration) {
-    PLAppContext::GetInstance()->SetApplicationName("com.example.app");
-    RegisterForIPC_APLaunchAppMsg();
     PLAppContext::ResetInstance();
-    Broadcast(10041, "com.example.app", "calendar-ctl");
-    EXPECT_TRUE(mApp.ids.empty());
 }
 
 }  // namespace

@@ -1,10 +1,12 @@
-// Temporary roots and record builders for the store tests.
+// Temporary roots, record builders and file helpers for the service tests.
 #include "store_support.h"
 
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 
 #include "APDatabase.h"
 #include "PLDeviceRoot.h"
@@ -29,6 +31,12 @@ void StoreRootTest::TearDown() {
     std::filesystem::remove_all(mRoot, ignored);
     setenv("TZ", mSavedZone.c_str(), 1);
     tzset();
+}
+
+void StoreRootTest::Restart(const char* zone) {
+    TearDown();
+    SetUp();
+    UseZone(zone);
 }
 
 void StoreRootTest::UseZone(const char* zone) {
@@ -78,4 +86,19 @@ void MakeRepeating(_EventRecInfo& record, int kind, int a, int b, long last, int
     record.recurValueC = c;
     record.lastStamp = int32_t(last);
     record.recurring = 1;
+}
+
+std::string Stored(const char* field) {
+    return std::string(field, strnlen(field, kAPEventTextSize));
+}
+
+std::string ReadFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::stringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+
+void WriteFile(const std::string& path, const std::string& data) {
+    std::ofstream(path, std::ios::binary | std::ios::trunc) << data;
 }

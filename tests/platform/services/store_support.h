@@ -1,5 +1,5 @@
-// Helpers for the event store tests: a temporary device root per test, stamps in a chosen zone,
-// and records built field by field.
+// Helpers for the service tests: a temporary device root per test, stamps in a chosen zone,
+// records built field by field and whole-file reads and writes.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,6 +13,8 @@ class StoreRootTest : public ::testing::Test {
 protected:
     void SetUp() override;
     void TearDown() override;
+    // A fresh root for the next row of a table, in `zone`.
+    void Restart(const char* zone = "UTC");
     // Switches the zone for the rest of the test (restored in TearDown).
     void UseZone(const char* zone);
     const std::string& Root() const { return mRoot; }
@@ -35,3 +37,9 @@ _EventRecInfo TimedEvent(const char* subject, long start, long end);
 _EventRecInfo AllDayEvent(const char* subject, int y, int m, int d, int days = 1);
 // Turns an event into a repeating one.
 void MakeRepeating(_EventRecInfo& record, int kind, int a, int b, long last, int c = 0xFFFFF);
+// A text field as stored: up to its size, without the padding.
+std::string Stored(const char* field);
+
+// Whole files on the host ("" when missing).
+std::string ReadFile(const std::string& path);
+void WriteFile(const std::string& path, const std::string& data);

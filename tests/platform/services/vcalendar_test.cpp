@@ -1,0 +1,388 @@
+// Calendar files: every export follows the file rules, reads back with libical's independent
+// vCalendar reader and imports back field for field; malformed or unholdable input is reported by
+// line without stopping the other events.
+#include <gtest/gtest.h>
+#include <libical/ical.h>
+#include <libical/vcc.h>
+extern "C" {
+#include <libical/icalvcal.h>
+}
+
+#include <cstring>
+#include <regex>
+#include <tuple>
+
+#include "APVCalendarImport.h"
+#include "APVCalendarWriter.h"
+#include "store_support.h"
+
+namespace {
+
+constexpr int kNoEnd = 0xFFFFF;
+
+// One event to export, with what an independent reader must find in the written file.
+struct ExportCase {
+    std::string name;
+    _EventRecInfo record;
+    long lead = 0;        // alarm lead in seconds, when the record has an alarm
+    std::string dtstart;  // as libical prints it
+    std::string dtend;
+    std::string rule;      // vCalendar 1.0 RRULE text, empty for none
+    std::string icalRule;  // libical's iCalendar reading of that rule
+    std::string alarm;     // the alarm's run time in UTC, empty for none
+    std::string category = "PERSONAL";
+    bool countedRule = false;  // the rule ends after a count
+};
+
+void SetText(char* field, const std::string& text) {
+    std::memset(field, 0, kAPEventTextSize);
+    std::strncpy(field, text.c_str(), kAPEventTextMax);
+}
+
+ExportCase Timed(const std::string& name, const char* subject) {
+    ExportCase c{name, TimedEvent(subject, UtcStamp(2026, 3, 15, 9), UtcStamp(2026, 3, 15, 10, 30)),
+                 0, "20260315T090000Z", "20260315T103000Z"};
+    return c;
+}
+
+ExportCase Repeating(const std::string& name, int kind, int a, int b, int count, long last,
+                     const char* rule) {
+    ExportCase c = Timed(name, "Series");
+    MakeRepeating(c.record, kind, a, b, last, count);
+    c.rule = rule;
+    c.countedRule = count > 0 && count != kNoEnd;
+    return c;
+}
+
+// Every repeat kind and end mode, all-day and timed, alarms, non-ASCII, multi-line and overlong
+// text. Built for TZ=UTC.
+std::vector<ExportCase> ExportCases() {
+    std::vector<ExportCase> cases;
+    const long limit = LocalStamp(2030, 12, 31, 23, 59, 59);
+    ExportCase plain = Timed("timed_single_business", "Dentist");
+    SetText(plain.record.location, "Main Street 4");
+    SetText(plain.record.notes, "Bring the card");
+    plain.record.classChoice = 11560;
+    plain.category = "BUSINESS";
+    cases.push_back(plain);
+    ExportCase allDay{"all_day_two_days_holiday", AllDayEvent("Spring break", 2026, 3, 15, 2), 0,
+                      "20260315T000000", "20260316T235900"};
+    allDay.record.classChoice = 11562;
+    allDay.category = "HOLIDAY";
+    cases.push_back(allDay);
+    // clang-format off
+    cases.push_back(Repeating("daily_every_2_count_10", 1, 2, 0, 10, limit, "D2 #10"));
+    cases.push_back(Repeating("daily_until_date", 1, 1, 0, 0, LocalStamp(2026, 4, 1, 23, 59, 59),
+                              "D1 20260401T235959"));
+    cases.push_back(Repeating("working_days_no_end", 1, 1, 1, kNoEnd, limit, "W1 MO TU WE TH FR #0"));
+    cases.push_back(Repeating("weekly_mon_wed_fri_until", 2, 1, 0x2A, -1, limit,
+                              "W1 MO WE FR 20301231T235959"));
+    cases.push_back(Repeating("weekly_every_3_sunday_saturday_count", 2, 3, 0x41, 4, limit,
+                              "W3 SU SA #4"));
+    cases.push_back(Repeating("monthly_day_15_no_end", 4, 1, 15, kNoEnd, limit, "MD1 15 #0"));
+    cases.push_back(Repeating("monthly_second_tuesday_no_end", 4, 1, 2 * 256 + 3, kNoEnd, limit,
+                              "MP1 2+ TU #0"));
+    cases.push_back(Repeating("monthly_last_sunday_every_2_count", 4, 2, 5 * 256 + 1, 3, limit,
+                              "MP2 1- SU #3"));
+    cases.push_back(Repeating("monthly_day_until", 4, 1, 15, -1, LocalStamp(2027, 1, 15, 23, 59, 59),
+                              "MD1 15 20270115T235959"));
+    cases.push_back(Repeating("yearly_march_15_no_end", 8, 3, 15, kNoEnd, limit, "YM1 3 #0"));
+    cases.push_back(Repeating("yearly_third_sunday_of_march_count", 8, 3, 3 * 256 + 1, 5, limit,
+                              "MP12 3+ SU #5"));
+    // clang-format on
+    ExportCase alarm = Timed("timed_alarm_15_minutes", "Call Bob");
+    alarm.record.alarm = 1;
+    alarm.lead = 900;
+    alarm.alarm = "20260315T084500Z";
+    cases.push_back(alarm);
+    ExportCase allDayAlarm = allDay;
+    allDayAlarm.name = "all_day_alarm_one_day_before";
+    allDayAlarm.record.alarm = 1;
+    allDayAlarm.lead = 86400;
+    allDayAlarm.alarm = "20260314T000000Z";
+    cases.push_back(allDayAlarm);
+    ExportCase text = Timed("non_ascii_and_multi_line_text", "Café 会议 ✓");
+    SetText(text.record.location, "Zürich, Bahnhof; Gleis 3");
+    SetText(text.record.notes, "First line\nSecond line = more\nThird \\ line ");
+    cases.push_back(text);
+    ExportCase longText = Timed("six_hundred_byte_subject", "");
+    SetText(longText.record.subject, std::string(598, 'x') + "é");  // a two-byte character ends it
+    cases.push_back(longText);
+    return cases;
+}
+
+// What libical's vCalendar reader finds in the file's one event.
+struct LibicalView {
+    bool ok = false;
+    std::string summary, location, description, categories, dtstart, dtend, rule;
+};
+
+LibicalView ReadWithLibical(const std::string& path) {
+    LibicalView view;
+    VObject* object = Parse_MIME_FromFileName(path.c_str());
+    icalcomponent* calendar = object ? icalvcal_convert(object) : nullptr;
+    if (object) {
+        cleanVObject(object);
+    }
+    icalcomponent* event =
+        calendar ? icalcomponent_get_first_component(calendar, ICAL_VEVENT_COMPONENT) : nullptr;
+    if (event != nullptr) {
+        view.ok = true;
+        auto text = [](const char* s) { return std::string(s != nullptr ? s : ""); };
+        view.summary = text(icalcomponent_get_summary(event));
+        view.location = text(icalcomponent_get_location(event));
+        view.description = std::regex_replace(text(icalcomponent_get_description(event)),
+                                              std::regex("\r\n"), "\n");
+        view.dtstart = icaltime_as_ical_string(icalcomponent_get_dtstart(event));
+        view.dtend = icaltime_as_ical_string(icalcomponent_get_dtend(event));
+        if (icalproperty* c = icalcomponent_get_first_property(event, ICAL_CATEGORIES_PROPERTY)) {
+            view.categories = text(icalproperty_get_categories(c));
+        }
+        if (icalproperty* r = icalcomponent_get_first_property(event, ICAL_RRULE_PROPERTY)) {
+            icalrecurrencetype rule = icalproperty_get_rrule(r);
+            view.rule = icalrecurrencetype_as_string(&rule);
+        }
+    }
+    if (calendar) {
+        icalcomponent_free(calendar);
+    }
+    return view;
+}
+
+// The fields an import must give back (the rest of the record is the store's).
+auto Fields(const _EventRecInfo& r) {
+    return std::make_tuple(r.id, r.startStamp, r.endStamp, r.lastStamp, int(r.allDay), r.recurKind,
+                           int(r.recurring), r.recurValueA, r.recurValueB, r.recurValueC,
+                           Stored(r.subject), Stored(r.location), Stored(r.notes), r.classChoice,
+                           r.colour, int(r.alarm));
+}
+
+using VCalendarTest = StoreRootTest;
+
+TEST_F(VCalendarTest, ExportsFollowTheFileRulesReadBackAndImportFieldForField) {
+    for (ExportCase& c : ExportCases()) {
+        SCOPED_TRACE(c.name);
+        const std::string path = "/tmp/" + c.name + ".vcs";
+        ASSERT_EQ(MakeQnvCalendarWithLead(path, &c.record, c.lead), 1);
+        const std::string text = ReadFile(HostPath(path));
+        EXPECT_EQ(text.rfind("BEGIN:VCALENDAR\r\nVERSION:1.0\r\n", 0), 0u);
+        EXPECT_NE(text.find("\r\nUID:"), std::string::npos);
+        EXPECT_FALSE(std::regex_search(text, std::regex("[^\r]\n"))) << "CRLF line ends only";
+        EXPECT_EQ(text.find("\r\n "), std::string::npos) << "no folding";
+        EXPECT_FALSE(std::regex_search(text, std::regex("=[0-9A-F][a-f]|=[a-f]"))) << "upper hex";
+        EXPECT_EQ(text.find("\r\nRRULE:" + c.rule + "\r\n") != std::string::npos, !c.rule.empty());
+        EXPECT_EQ(text.find("\r\nDALARM:" + c.alarm + ";") != std::string::npos, !c.alarm.empty());
+        EXPECT_EQ(text.find("\r\nAALARM:" + c.alarm + ";") != std::string::npos, !c.alarm.empty());
+        const bool plain =
+            Stored(c.record.subject).find_first_of("\n;,\\\x80\x81\xC3\xE4\xE2\xE9") ==
+            std::string::npos;
+        EXPECT_EQ(
+            text.find("SUMMARY;CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:") != std::string::npos,
+            !plain);
+
+        const LibicalView view = ReadWithLibical(HostPath(path));
+        ASSERT_TRUE(view.ok);
+        EXPECT_EQ(view.summary, Stored(c.record.subject));
+        EXPECT_EQ(view.location, Stored(c.record.location));
+        EXPECT_EQ(view.description, Stored(c.record.notes));
+        EXPECT_EQ(view.categories, c.category);
+        EXPECT_EQ(view.dtstart, c.dtstart);
+        EXPECT_EQ(view.dtend, c.dtend);
+
+        std::vector<APImportedEvent> events;
+        std::string error;
+        ASSERT_TRUE(APCalendarImport_File(HostPath(path), events, error)) << error;
+        ASSERT_EQ(events.size(), 1u);
+        ASSERT_NE(events[0].record, nullptr) << events[0].error;
+        EXPECT_EQ(events[0].error, "");
+        // A counted series comes with the series limit, for the caller to cut.
+        _EventRecInfo want = c.record;
+        want.lastStamp =
+            int32_t(c.countedRule ? LocalStamp(2030, 12, 31, 23, 59, 59) : want.lastStamp);
+        EXPECT_EQ(Fields(*events[0].record), Fields(want));
+        EXPECT_EQ(events[0].hasAlarm, c.record.alarm != 0);
+        EXPECT_EQ(events[0].leadSeconds, c.lead);
+    }
+}
+
+std::string Calendar(const std::string& body, const char* version = "1.0") {
+    return std::string("BEGIN:VCALENDAR\r\nVERSION:") + version + "\r\n" + body +
+           "END:VCALENDAR\r\n";
+}
+
+std::string Event(const std::string& lines) {
+    return "BEGIN:VEVENT\r\nSUMMARY:x\r\n" + lines + "END:VEVENT\r\n";
+}
+
+std::vector<APImportedEvent> Import(const std::string& text) {
+    std::vector<APImportedEvent> events;
+    std::string error;
+    EXPECT_TRUE(APCalendarImport_Text(text, events, error)) << error;
+    return events;
+}
+
+TEST_F(VCalendarTest, AlarmLeadsMapToAlertUnits) {
+    // Lead in seconds to amount and unit (1 minutes, 2 hours, 3 days).
+    const std::tuple<long, int, int> rows[] = {
+        {0, 0, 1}, {300, 5, 1}, {5400, 90, 1}, {21600, 6, 2}, {86400, 1, 3}};
+    _EventRecInfo record = TimedEvent("A", UtcStamp(2026, 5, 1, 12), UtcStamp(2026, 5, 1, 13));
+    record.alarm = 1;
+    for (const auto& [lead, amount, unit] : rows) {
+        SCOPED_TRACE(lead);
+        const std::vector<APImportedEvent> events = Import(APVCalendar_Format(record, lead));
+        ASSERT_EQ(events.size(), 1u);
+        EXPECT_EQ(std::make_pair(events[0].leadAmount, events[0].leadUnit),
+                  std::make_pair(amount, unit));
+    }
+}
+
+// Line 0: the whole text is refused as no calendar.
+TEST_F(VCalendarTest, MalformedOrUnholdableInputIsReportedByLine) {
+    const std::string start = "DTSTART:20260315T090000Z\r\n";
+    struct Row {
+        const char* name;
+        std::string text;
+        int line;          // of the reported error
+        const char* says;  // part of the reason
+    };
+    const Row rows[] = {
+        {"bad_date", Calendar(Event("DTSTART:2026-03-15\r\n")), 5, "bad date-time"},
+        {"month_13", Calendar(Event("DTSTART:20261315T090000Z\r\n")), 5, "bad date-time"},
+        {"no_start", Calendar(Event("LOCATION:x\r\n")), 3, "no DTSTART"},
+        {"end_before_start", Calendar(Event(start + "DTEND:20260314T090000Z\r\n")), 3,
+         "before DTSTART"},
+        {"yearly_by_day_of_year", Calendar(Event(start + "RRULE:YD1 100 #0\r\n")), 6,
+         "cannot be held"},
+        {"last_day_of_month", Calendar(Event(start + "RRULE:MD1 LD #0\r\n")), 6, "cannot be held"},
+        {"two_weekdays_by_position", Calendar(Event(start + "RRULE:MP1 2+ MO TU #0\r\n")), 6,
+         "cannot be held"},
+        {"second_last_week", Calendar(Event(start + "RRULE:MP1 2- MO #0\r\n")), 6, "week position"},
+        {"times_in_daily_rule", Calendar(Event(start + "RRULE:D1 0800 1200 #5\r\n")), 6,
+         "cannot be held"},
+        {"interval_zero", Calendar(Event(start + "RRULE:D0 #5\r\n")), 6, "bad frequency"},
+        {"every_second_year", Calendar(Event(start + "RRULE:YM2 6 #0\r\n")), 6, "every year"},
+        {"excluded_dates", Calendar(Event(start + "EXDATE:20260316T090000Z\r\n")), 6, "EXDATE"},
+        {"bad_quoted_printable",
+         Calendar(Event(start + "LOCATION;ENCODING=QUOTED-PRINTABLE:a=ZZ\r\n")), 6,
+         "quoted-printable"},
+        {"not_a_property", Calendar(Event(start + "garbage line\r\n")), 6, "not a property"},
+        {"missing_end", Calendar("BEGIN:VEVENT\r\n" + start), 3, "without END:VEVENT"},
+        {"ics_hourly", Calendar(Event(start + "RRULE:FREQ=HOURLY\r\n"), "2.0"), 3,
+         "cannot be held"},
+        {"ics_every_second_year",
+         Calendar(Event(start + "RRULE:FREQ=YEARLY;INTERVAL=2\r\n"), "2.0"), 3, "every year"},
+        {"ics_last_day_of_month",
+         Calendar(Event(start + "RRULE:FREQ=MONTHLY;BYMONTHDAY=-1\r\n"), "2.0"), 3, "from the end"},
+        {"ics_two_rules",
+         Calendar(Event(start + "RRULE:FREQ=DAILY\r\nRRULE:FREQ=WEEKLY\r\n"), "2.0"), 3,
+         "more than one RRULE"},
+        {"ics_begin_line_with_a_stray_carriage_return",
+         Calendar("BEGIN:VEVENT\rX\r\nLOCATION:x\r\nEND:VEVENT\r\n", "2.0"), 3, "no DTSTART"},
+        {"ics_folded_begin_line",
+         Calendar("BEGIN:VEV\r\n ENT\r\nLOCATION:x\r\nEND:VEVENT\r\n", "2.0"), 1, "no DTSTART"},
+        {"plain_text", "hello\nworld\n", 0, ""},
+        {"binary", std::string("\x00\x01\x02\xff", 4), 0, ""},
+        {"empty", "", 0, ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::vector<APImportedEvent> events;
+        std::string error;
+        ASSERT_EQ(APCalendarImport_Text(row.text, events, error), row.line > 0) << error;
+        if (row.line == 0) {
+            EXPECT_FALSE(error.empty());
+            continue;
+        }
+        ASSERT_EQ(events.size(), 1u);
+        EXPECT_EQ(events[0].record, nullptr);
+        EXPECT_EQ(events[0].error.rfind("line " + std::to_string(row.line), 0), 0u)
+            << events[0].error;
+        EXPECT_NE(events[0].error.find(row.says), std::string::npos) << events[0].error;
+    }
+    std::vector<APImportedEvent> events;
+    std::string error;
+    EXPECT_FALSE(APCalendarImport_File(HostPath("/missing.ics"), events, error));
+    EXPECT_NE(error.find("no such file"), std::string::npos) << error;
+}
+
+// A bad event does not stop the others; folded lines, charsets, bare dates and overlong text.
+TEST_F(VCalendarTest, GoodEventsAroundABadOneAreReadWhole) {
+    const std::vector<APImportedEvent> events =
+        Import(Calendar(Event("DTSTART:20260315T090000\r\nDTEND:20260315T100000\r\n"
+                              "LOCATION;CHARSET=ISO-8859-1;QUOTED-PRINTABLE:M=FCnchen=\r\n Hbf\r\n"
+                              "DESCRIPTION:first\r\n  second\r\nCATEGORIES:HOLIDAY;BUSINESS\r\n"
+                              "SUMMARY:" +
+                              std::string(700, 'a') + "\r\n") +
+                        Event("DTSTART:20260316T090000Z\r\nRRULE:YD1 5 #0\r\n") +
+                        Event("DTSTART:20260317\r\nDTEND:20260317\r\n")));
+    ASSERT_EQ(events.size(), 3u);
+    ASSERT_NE(events[0].record, nullptr) << events[0].error;
+    const _EventRecInfo& r = *events[0].record;
+    EXPECT_EQ(Stored(r.location), "M\xC3\xBCnchen Hbf");
+    EXPECT_EQ(Stored(r.notes), "first second");
+    EXPECT_EQ(r.classChoice, 11562u);
+    EXPECT_EQ(Stored(r.subject), std::string(600, 'a'));
+    EXPECT_NE(events[0].warning.find("SUMMARY"), std::string::npos);
+    EXPECT_EQ(r.startStamp, LocalStamp(2026, 3, 15, 9)) << "floating times are local";
+    EXPECT_EQ(r.allDay, 0);
+    EXPECT_EQ(events[1].record, nullptr);
+    EXPECT_EQ(events[1].line, 14) << "file lines, folds counted";
+    ASSERT_NE(events[2].record, nullptr) << events[2].error;
+    EXPECT_EQ(events[2].record->allDay, 1) << "a bare date is an all-day event";
+    EXPECT_EQ(events[2].record->startStamp, UtcStamp(2026, 3, 17));
+}
+
+TEST_F(VCalendarTest, ICalendarEventsThroughLibical) {
+    const std::vector<APImportedEvent> events = Import(
+        Calendar("BEGIN:VEVENT\r\nUID:1\r\nSUMMARY:Team\r\nDTSTART:20260310T080000Z\r\n"
+                 "DTEND:20260310T090000Z\r\nRRULE:FREQ=MONTHLY;BYDAY=2TU;COUNT=5\r\n"
+                 "BEGIN:VALARM\r\nACTION:DISPLAY\r\nDESCRIPTION:x\r\nTRIGGER:-PT15M\r\n"
+                 "END:VALARM\r\nEND:VEVENT\r\n"
+                 "BEGIN:VEVENT\r\nUID:2\r\nSUMMARY:Trip\r\nDTSTART;VALUE=DATE:20260401\r\n"
+                 "DTEND;VALUE=DATE:20260404\r\nRRULE:FREQ=YEARLY;UNTIL=20280401\r\nEND:VEVENT\r\n",
+                 "2.0"));
+    ASSERT_EQ(events.size(), 2u);
+    ASSERT_NE(events[0].record, nullptr) << events[0].error;
+    const _EventRecInfo& team = *events[0].record;
+    EXPECT_EQ(std::make_tuple(team.recurKind, team.recurValueB, team.recurValueC),
+              std::make_tuple(4, 2 * 256 + 3, 5));
+    EXPECT_EQ(events[0].leadSeconds, 900);
+    EXPECT_EQ(events[0].line, 3);
+    ASSERT_NE(events[1].record, nullptr) << events[1].error;
+    const _EventRecInfo& trip = *events[1].record;
+    EXPECT_EQ(trip.allDay, 1);
+    EXPECT_EQ(trip.startStamp, UtcStamp(2026, 4, 1));
+    EXPECT_EQ(trip.endStamp, UtcStamp(2026, 4, 3, 23, 59, 59)) << "DTEND dates are exclusive";
+    EXPECT_EQ(std::make_tuple(trip.recurKind, trip.recurValueA, trip.recurValueB, trip.recurValueC),
+              std::make_tuple(8, 4, 1, -1));
+    EXPECT_EQ(trip.lastStamp, LocalStamp(2028, 4, 1, 23, 59, 59));
+}
+
+TEST_F(VCalendarTest, ImpossibleRecordsStillGiveAReadableFile) {
+    struct Row {
+        const char* name;
+        int kind, a, b;
+    };
+    const Row rows[] = {
+        {"unknown_kind_3", 3, 1, 0},
+        {"weekly_empty_mask", 2, 1, 0},
+        {"monthly_weekday_9", 4, 1, 0x209},
+        {"yearly_month_13", 8, 13, 45},
+        {"interval_0", 1, 0, 0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        _EventRecInfo record = TimedEvent("odd", UtcStamp(2026, 1, 1, 8), UtcStamp(2026, 1, 1, 9));
+        MakeRepeating(record, row.kind, row.a, row.b, UtcStamp(2026, 6, 1));
+        std::memset(record.notes, 'n', sizeof record.notes);  // no NUL anywhere
+        const std::string path = std::string("/tmp/") + row.name + ".vcs";
+        ASSERT_EQ(MakeQnvCalendar(path, &record, 0), 1);
+        const LibicalView view = ReadWithLibical(HostPath(path));
+        ASSERT_TRUE(view.ok);
+        EXPECT_EQ(view.description, std::string(600, 'n')) << "notes cut at 600 bytes";
+        EXPECT_EQ(view.rule.find("INTERVAL=0"), std::string::npos) << view.rule;
+    }
+    EXPECT_EQ(MakeQnvCalendar(std::string("/tmp/none.vcs"), nullptr, 0), 0);
+}
+
+}  // namespace
