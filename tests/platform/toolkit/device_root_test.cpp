@@ -48,17 +48,12 @@ TEST(PLDeviceRootTest, DefaultRootFromEnvironment) {
         {"empty xdg", "", local.c_str()},
         {"relative xdg ignored", "rel", local.c_str()},
     };
-    const std::string oldHome = std::getenv("HOME") ? std::getenv("HOME") : "";
-    const char* oldXdgRaw = std::getenv("XDG_DATA_HOME");
-    const std::string oldXdg = oldXdgRaw ? oldXdgRaw : "";
-    setenv("HOME", "/home/u", 1);
+    ScopedEnv home("HOME", "/home/u");
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        row.xdg ? setenv("XDG_DATA_HOME", row.xdg, 1) : unsetenv("XDG_DATA_HOME");
+        ScopedEnv xdg("XDG_DATA_HOME", row.xdg);
         EXPECT_EQ(PLDeviceRoot::DefaultRoot(), row.root);
     }
-    setenv("HOME", oldHome.c_str(), 1);
-    oldXdgRaw ? setenv("XDG_DATA_HOME", oldXdg.c_str(), 1) : unsetenv("XDG_DATA_HOME");
 }
 
 TEST(PLFileTest, DirectoriesOpenResultsAndContentsUnderTheRoot) {

@@ -12,11 +12,15 @@
 
 namespace {
 
+// Takes every key it is offered, and shuts the application down on key 31.
 class RecordingApp : public PLApplication {
 public:
     explicit RecordingApp(std::vector<std::string>* log) : mLog(log) {}
     bool DoKeyCommand(char key, short, PLKeyModifiers) override {
         mLog->push_back("app key " + std::to_string(int(uint8_t(key))));
+        if (uint8_t(key) == 31) {
+            PLEventDispatcher::ShutdownEventLoops();
+        }
         return true;
     }
 
@@ -108,7 +112,7 @@ TEST_F(PenRoutingTest, PenGoesToTheTopmostHitThenToThePenDownOrTrackingPane) {
     }
 }
 
-TEST_F(GuiTest, KeysGoToTheTargetThenToTheApplication) {
+TEST_F(GuiTest, KeysGoToTheTargetThenToTheApplicationAndEndLoops) {
     RecordingApp app(&log);
     PLAppContext::GetInstance()->SetApplication(&app);
     auto* view = new RecordingPane("view", &log, 1, {0, 0}, {10, 10});
@@ -129,30 +133,13 @@ TEST_F(GuiTest, KeysGoToTheTargetThenToTheApplication) {
         Loop().Dispatch(Key(kPLKeyUp));
         EXPECT_EQ(log, row.expected);
     }
-    PLAppContext::GetInstance()->SetApplication(nullptr);
-}
 
-// A modal dialog's pane: answers on key 18 and shuts the application down on key 31.
-class DialogPane : public PLView {
-public:
-    explicit DialogPane(bool* answered) : PLView(9, {0, 0}, {10, 10}), mAnswered(answered) {}
-    bool DoKeyCommand(char key, short, PLKeyModifiers) override {
-        if (uint8_t(key) == 18) {
-            *mAnswered = true;
-        } else if (uint8_t(key) == 31) {
-            PLEventDispatcher::ShutdownEventLoops();
-        }
-        return true;
-    }
-
-private:
-    bool* mAnswered;
-};
-
-TEST_F(GuiTest, LoopsEndOnTheirConditionShutdownOrADrySource) {
+    // A nested loop runs until key 18 has arrived; key 31 shuts every loop down.
+    Loop().SetTarget(nullptr);
+    auto answered = [this] { return !log.empty() && log.back() == "app key 18"; };
     // clang-format off
-    struct Row { const char* name; bool nested; std::vector<uint8_t> keys; bool expectedResult; size_t expectedLeft; };
-    const std::vector<Row> rows = {
+    struct LoopRow { const char* name; bool nested; std::vector<uint8_t> keys; bool result; size_t left; };
+    const std::vector<LoopRow> loops = {
         {"nested, answered: later events stay queued", true, {17, 18, 19, 20}, true, 2},
         {"nested, source runs dry first", true, {17, 19}, false, 0},
         {"nested, shutdown ends it", true, {17, 31, 18}, false, 1},
@@ -160,24 +147,23 @@ TEST_F(GuiTest, LoopsEndOnTheirConditionShutdownOrADrySource) {
         {"main loop, source runs dry", false, {17, 18}, false, 0},
     };
     // clang-format on
-    for (const Row& row : rows) {
+    for (const LoopRow& row : loops) {
         SCOPED_TRACE(row.name);
-        bool answered = false;
-        DialogPane dialog(&answered);
-        Loop().SetTarget(&dialog);
+        log.clear();
         source.events.clear();
         for (uint8_t k : row.keys) {
             source.events.push_back(Key(k));
         }
         if (row.nested) {
-            EXPECT_EQ(Loop().RunNested([&] { return answered; }), row.expectedResult);
+            EXPECT_EQ(Loop().RunNested(answered), row.result);
         } else {
             Loop().Run();
         }
-        EXPECT_EQ(source.events.size(), row.expectedLeft);
+        EXPECT_EQ(source.events.size(), row.left);
         EXPECT_EQ(Loop().GetNestingDepth(), 0);
         Loop().Reset();
     }
+    PLAppContext::GetInstance()->SetApplication(nullptr);
 }
 
 TEST_F(GuiTest, TimersFireFromTheIdleWorkWhenThePinnedClockReachesThem) {

@@ -1,7 +1,6 @@
 // Resource files: writer and loader agree, and every kind of damaged file is refused cleanly.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -162,92 +161,74 @@ TEST(ResourceWriter, RefusesWhatTheLoaderWouldRefuse) {
     }
 }
 
-// ---- damaged files ----
+// ---- damaged files: the sample file patched word by word ----
 
-void Put32(std::vector<uint8_t>& bytes, size_t at, uint32_t value) {
+using Bytes = std::vector<uint8_t>;
+
+uint32_t Get32(const Bytes& bytes, size_t at) {
+    return uint32_t(bytes[at]) | uint32_t(bytes[at + 1]) << 8 | uint32_t(bytes[at + 2]) << 16 |
+           uint32_t(bytes[at + 3]) << 24;
+}
+
+void Put32(Bytes& bytes, size_t at, uint32_t value) {
     ASSERT_LE(at + 4, bytes.size()) << "the test patches outside its own file";
     for (int i = 0; i < 4; ++i) {
         bytes[at + i] = uint8_t(value >> (8 * i));
     }
 }
 
-void Seal(std::vector<uint8_t>& bytes) {
-    Put32(bytes, 12, PLResourceFileManager::Checksum(bytes.data() + 16, bytes.size() - 16));
-}
-
-// clang-format off
-struct RawEntry { uint32_t type, id; std::vector<uint8_t> data; };
-// clang-format on
-
-// Lays out a file by hand, independently of the writer, so that the loader's checks can be
-// reached with contents the writer would never produce.
-std::vector<uint8_t> Build(const std::vector<RawEntry>& entries) {
-    std::vector<uint8_t> bytes(16 + 20 * entries.size());
-    std::memcpy(bytes.data(), "PLRS", 4);
-    Put32(bytes, 4, 1);
-    Put32(bytes, 8, uint32_t(entries.size()));
-    for (size_t i = 0; i < entries.size(); ++i) {
-        const uint32_t fields[5] = {entries[i].type, entries[i].id, kPLWildcard,
-                                    uint32_t(bytes.size()), uint32_t(entries[i].data.size())};
-        for (size_t f = 0; f < 5; ++f) {
-            Put32(bytes, 16 + 20 * i + 4 * f, fields[f]);
+// Where the table entry of (type, id) starts: type, id, selector, offset, length.
+size_t Slot(const Bytes& bytes, uint32_t type, uint32_t id) {
+    for (size_t at = 16; at + 20 <= bytes.size(); at += 20) {
+        if (Get32(bytes, at) == type && Get32(bytes, at + 4) == id) {
+            return at;
         }
-        bytes.insert(bytes.end(), entries[i].data.begin(), entries[i].data.end());
     }
-    Seal(bytes);
-    return bytes;
+    ADD_FAILURE() << "no entry " << id;
+    return 0;
 }
 
-std::vector<uint8_t> Words(std::initializer_list<uint32_t> words) {
-    std::vector<uint8_t> out(4 * words.size());
-    size_t at = 0;
-    for (uint32_t w : words) {
-        Put32(out, at, w);
-        at += 4;
-    }
-    return out;
+// Where the payload of (type, id) starts.
+size_t Data(const Bytes& bytes, uint32_t type, uint32_t id) {
+    return Get32(bytes, Slot(bytes, type, id) + 12);
 }
 
 TEST_F(ResourceFileTest, RefusesEachKindOfDamageWithAClearMessage) {
-    const std::vector<RawEntry> oneText = {{kPLResText, 1, {'O', 'K'}}};
-    const std::vector<uint8_t> pixel = Words({1, 1, 0xFF000000});
-    constexpr size_t kNone = SIZE_MAX;
-    constexpr size_t kOffset = 16 + 12;  // first entry's offset field
-    constexpr size_t kLength = 16 + 16;
-    // Each row lays out entries, then optionally stores one word at `at` and re-seals the
-    // checksum so that the check behind it is reached.
+    std::string error;
+    const Bytes good = SampleWriter().Serialize(error);
+    ASSERT_FALSE(good.empty()) << error;
+    constexpr uint32_t kText = kPLResText, kBitmap = kPLResBitmap, kFamily = kPLResBitmapFamily;
+    // Each row damages the sample file; with `reseal` the checksum is made right again so that
+    // the check behind it is reached.
     // clang-format off
-    struct Row { const char* name; std::vector<RawEntry> entries; size_t at; uint32_t value; bool reseal; const char* message; };
+    struct Row { const char* name; std::function<void(Bytes&)> damage; bool reseal; const char* message; };
     const Row rows[] = {
-        {"bad magic", oneText, 0, 0x53524C51, false, "magic"},
-        {"bad version", oneText, 4, 2, false, "version 2"},
-        {"checksum mismatch", oneText, 16 + 4, 2, false, "checksum"},
-        {"table past the end", oneText, 8, 1000000, true, "1000000 entries"},
-        {"offset past the end", oneText, kOffset, 0xFFFFFFF0, true, "outside the data"},
-        {"length past the end", oneText, kLength, 0xFFFFFFFF, true, "outside the data"},
-        {"offset inside the table", oneText, kOffset, 4, true, "outside the data"},
-        {"fewer pixels than its size", {{kPLResBitmap, 2, Words({2, 2, 0, 0, 0})}}, kNone, 0, false, "expected 24"},
-        {"more pixels than its size", {{kPLResBitmap, 2, Words({1, 1, 0, 0})}}, kNone, 0, false, "expected 12"},
-        {"oversized bitmap", {{kPLResBitmap, 2, Words({5000, 1, 0})}}, kNone, 0, false, "5000x1"},
-        {"size that overflows 32 bits", {{kPLResBitmap, 2, Words({0xFFFFFFFF, 0xFFFFFFFF})}}, kNone, 0, false, "outside"},
-        {"bitmap without size fields", {{kPLResBitmap, 2, {1, 2}}}, kNone, 0, false, "shorter"},
-        {"duplicate entry", {oneText[0], oneText[0]}, kNone, 0, false, "duplicate"},
-        {"family names a missing bitmap",
-         {{kPLResBitmap, 2, pixel}, {kPLResBitmapFamily, 3, Words({2, 9, 0, 0})}}, kNone, 0, false, "bitmap 9"},
-        {"family of the wrong size",
-         {{kPLResBitmap, 2, pixel}, {kPLResBitmapFamily, 3, Words({2})}}, kNone, 0, false, "bitmap family has 4 bytes"},
-        {"text with NUL", {{kPLResText, 1, {'a', 0, 'b'}}}, kNone, 0, false, "NUL"},
-        {"text not UTF-8", {{kPLResText, 1, {0xFF, 0xFE}}}, kNone, 0, false, "UTF-8"},
+        {"bad magic", [](Bytes& b) { b[0] = 'Q'; }, false, "magic"},
+        {"bad version", [](Bytes& b) { Put32(b, 4, 2); }, false, "version 2"},
+        {"checksum mismatch", [](Bytes& b) { b[Slot(b, kText, 10032) + 4] ^= 1; }, false, "checksum"},
+        {"table past the end", [](Bytes& b) { Put32(b, 8, 1000000); }, true, "1000000 entries"},
+        {"offset past the end", [](Bytes& b) { Put32(b, Slot(b, kText, 10032) + 12, 0xFFFFFFF0); }, true, "outside the data"},
+        {"length past the end", [](Bytes& b) { Put32(b, Slot(b, kText, 10032) + 16, 0xFFFFFFFF); }, true, "outside the data"},
+        {"offset inside the table", [](Bytes& b) { Put32(b, Slot(b, kText, 10032) + 12, 4); }, true, "outside the data"},
+        {"fewer pixels than its size", [](Bytes& b) { Put32(b, Data(b, kBitmap, 10130), 4); }, true, "expected 40"},
+        {"more pixels than its size", [](Bytes& b) { Put32(b, Data(b, kBitmap, 10130), 2); }, true, "expected 24"},
+        {"oversized bitmap", [](Bytes& b) { Put32(b, Data(b, kBitmap, 10130), 5000); }, true, "5000x2"},
+        {"size that overflows 32 bits", [](Bytes& b) {
+             Put32(b, Data(b, kBitmap, 10130), 0xFFFFFFFF); Put32(b, Data(b, kBitmap, 10130) + 4, 0xFFFFFFFF); }, true, "outside"},
+        {"bitmap without size fields", [](Bytes& b) { Put32(b, Slot(b, kBitmap, 10131) + 16, 2); }, true, "shorter"},
+        {"duplicate entry", [](Bytes& b) { Put32(b, Slot(b, kText, 10942) + 4, 10032); }, true, "duplicate"},
+        {"family names a missing bitmap", [](Bytes& b) { Put32(b, Data(b, kFamily, 30371) + 4, 9); }, true, "bitmap 9"},
+        {"family of the wrong size", [](Bytes& b) { Put32(b, Slot(b, kFamily, 30371) + 16, 4); }, true, "bitmap family has 4 bytes"},
+        {"text with NUL", [](Bytes& b) { b[Data(b, kText, 10032) + 1] = 0; }, true, "NUL"},
+        {"text not UTF-8", [](Bytes& b) { b[Data(b, kText, 10032) + 1] = 0xFF; }, true, "UTF-8"},
     };
     // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        std::vector<uint8_t> bytes = Build(row.entries);
-        if (row.at != kNone) {
-            Put32(bytes, row.at, row.value);
-        }
+        Bytes bytes = good;
+        row.damage(bytes);
         if (row.reseal) {
-            Seal(bytes);
+            Put32(bytes, 12, PLResourceFileManager::Checksum(bytes.data() + 16, bytes.size() - 16));
         }
         WriteBytes(PathOf("bad.rsc"), bytes);
         PLResourceFileManager fresh(1, true);

@@ -1,5 +1,5 @@
-// Helpers for the toolkit tests: a scoped time zone, a scratch device root, UTC oracles, and
-// files written byte for byte, and bitmaps of one colour to draw on.
+// Helpers for the toolkit tests: scoped environment variables and time zone, a scratch device root,
+// UTC oracles, files written byte for byte, and bitmaps of one colour to draw on.
 #pragma once
 
 #include <cstdint>
@@ -7,34 +7,35 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "PLBitmap.h"
 #include "PLDeviceRoot.h"
 
-// Sets TZ for the lifetime of the object and restores the previous value.
-class ScopedTZ {
+// Sets an environment variable (null: unsets it) for the lifetime of the object, then restores
+// it; a change of TZ takes effect at once.
+class ScopedEnv {
 public:
-    explicit ScopedTZ(const char* zone) {
-        const char* old = std::getenv("TZ");
-        mHad = old != nullptr;
-        mOld = mHad ? old : "";
-        setenv("TZ", zone, 1);
-        tzset();
+    ScopedEnv(const char* name, const char* value) : mName(name) {
+        const char* old = std::getenv(name);
+        mOld = old ? std::optional<std::string>(old) : std::nullopt;
+        Set(value);
     }
-    ~ScopedTZ() {
-        if (mHad) {
-            setenv("TZ", mOld.c_str(), 1);
-        } else {
-            unsetenv("TZ");
-        }
-        tzset();
-    }
+    ~ScopedEnv() { Set(mOld ? mOld->c_str() : nullptr); }
 
 private:
-    bool mHad;
-    std::string mOld;
+    void Set(const char* value) {
+        value ? setenv(mName.c_str(), value, 1) : unsetenv(mName.c_str());
+        tzset();
+    }
+    std::string mName;
+    std::optional<std::string> mOld;
+};
+
+struct ScopedTZ : ScopedEnv {
+    explicit ScopedTZ(const char* zone) : ScopedEnv("TZ", zone) {}
 };
 
 // A fresh directory used as the device root; removed with everything in it afterwards.
