@@ -2,16 +2,13 @@
 // loading and saving a real settings file.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
+#include <array>
 #include <memory>
 
 #include "APConfig.h"
-#include "PLAppContext.h"
-#include "PLDeviceRoot.h"
 #include "PLMessage.h"
-#include "VtCheckbox.h"
 #include "VtComboControl.h"
+#include "calendar/calendar_support.h"
 #include "settings/VtCalendarSetupMapping.h"
 #include "settings/VtCalendarSetupView.h"
 
@@ -24,17 +21,15 @@ TEST(SetupMapping, MenuIndexesOfStoredValues) {
         int32_t value;
         size_t index;
     } rows[] = {
-        {"month view", DefaultViewMenuIndex, 11414, 1},
-        {"day view", DefaultViewMenuIndex, 11416, 3},
+        // clang-format off
+        {"month view", DefaultViewMenuIndex, 11414, 1}, {"day view", DefaultViewMenuIndex, 11416, 3},
         {"unknown view", DefaultViewMenuIndex, 11417, 0},
         {"sunday is the last weekday entry", FirstWeekdayMenuIndex, 11424, 7},
-        {"monday is the first", FirstWeekdayMenuIndex, 11425, 1},
-        {"saturday", FirstWeekdayMenuIndex, 11430, 6},
-        {"weekday out of range", FirstWeekdayMenuIndex, 11431, 0},
-        {"weekday below range", FirstWeekdayMenuIndex, 11423, 0},
-        {"one week", KeepTimeMenuIndex, 11452, 1},
-        {"keep everything", KeepTimeMenuIndex, 11457, 6},
-        {"keep time out of range", KeepTimeMenuIndex, 11451, 0},
+        {"monday is the first", FirstWeekdayMenuIndex, 11425, 1}, {"saturday", FirstWeekdayMenuIndex, 11430, 6},
+        {"weekday above", FirstWeekdayMenuIndex, 11431, 0}, {"weekday below", FirstWeekdayMenuIndex, 11423, 0},
+        {"one week", KeepTimeMenuIndex, 11452, 1}, {"keep everything", KeepTimeMenuIndex, 11457, 6},
+        {"keep time below", KeepTimeMenuIndex, 11451, 0},
+        // clang-format on
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -42,46 +37,42 @@ TEST(SetupMapping, MenuIndexesOfStoredValues) {
     }
 }
 
-APCONFIG_CALENDAR_S Record(int32_t view, int32_t weekday, int32_t hour, int32_t keep,
-                           int32_t lunar) {
-    APCONFIG_CALENDAR_S record;
-    record.defaultView = view;
-    record.startWeekDay = weekday;
-    record.startDayTime = hour;
-    record.keepTime = keep;
-    record.lunarCalendar = lunar;
-    return record;
+using Settings = APCONFIG_CALENDAR_S;
+
+// The five settings words; the spare ones are not the view's.
+std::array<int32_t, 5> Fields(const Settings& s) {
+    return {s.defaultView, s.startWeekDay, s.startDayTime, s.keepTime, s.lunarCalendar};
 }
 
 TEST(SetupMapping, InvalidFieldsAreSavedAsTheirDefaults) {
-    const APCONFIG_CALENDAR_S saved = ValidatedSettings(Record(0, 11431, 24, 99, 2));
-    EXPECT_EQ(saved.defaultView, 11414);
-    EXPECT_EQ(saved.startWeekDay, 11424);
-    EXPECT_EQ(saved.startDayTime, 8);
-    EXPECT_EQ(saved.keepTime, 11457);
-    EXPECT_EQ(saved.lunarCalendar, 0);
-
-    const APCONFIG_CALENDAR_S kept = ValidatedSettings(Record(11416, 11430, 0, 11452, 1));
-    EXPECT_EQ(kept.defaultView, 11416);
-    EXPECT_EQ(kept.startWeekDay, 11430);
-    EXPECT_EQ(kept.startDayTime, 0);
-    EXPECT_EQ(kept.keepTime, 11452);
-    EXPECT_EQ(kept.lunarCalendar, 1);
+    const struct {
+        const char* name;
+        Settings chosen, saved;
+    } rows[] = {
+        {"each just past its range", {11417, 11431, 24, 11458, 2}, {11414, 11424, 8, 11457, 0}},
+        {"each just below its range", {11413, 11423, -1, 11451, -1}, {11414, 11424, 8, 11457, 0}},
+        {"the other ends are kept", {11416, 11430, 0, 11452, 1}, {11416, 11430, 0, 11452, 1}},
+        {"the last hour is kept", {11414, 11424, 23, 11457, 0}, {11414, 11424, 23, 11457, 0}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(Fields(ValidatedSettings(row.chosen)), Fields(row.saved));
+    }
 }
 
 TEST(SetupMapping, ChangeFlags) {
-    const APCONFIG_CALENDAR_S base = Record(11414, 11424, 8, 11457, 0);
+    const Settings base{11414, 11424, 8, 11457, 0};
     const struct {
         const char* name;
-        APCONFIG_CALENDAR_S saved;
+        Settings saved;
         uint32_t flags;
     } rows[] = {
         {"nothing changed", base, 0},
-        {"default view alone reloads nothing", Record(11415, 11424, 8, 11457, 0), 0},
-        {"first weekday: month and week", Record(11414, 11425, 8, 11457, 0), 1 | 2},
-        {"day start: week and day", Record(11414, 11424, 9, 11457, 0), 2 | 4},
-        {"keep time: all three", Record(11414, 11424, 8, 11452, 0), 1 | 2 | 4},
-        {"lunar: day", Record(11414, 11424, 8, 11457, 1), 4},
+        {"default view alone reloads nothing", {11415, 11424, 8, 11457, 0}, 0},
+        {"first weekday: month and week", {11414, 11425, 8, 11457, 0}, 1 | 2},
+        {"day start: week and day", {11414, 11424, 9, 11457, 0}, 2 | 4},
+        {"keep time: all three", {11414, 11424, 8, 11452, 0}, 1 | 2 | 4},
+        {"lunar: day", {11414, 11424, 8, 11457, 1}, 4},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -89,83 +80,49 @@ TEST(SetupMapping, ChangeFlags) {
     }
 }
 
-// The view on a scratch device root; it hears its own "valu" through a recording listener.
-class SetupViewTest : public ::testing::Test, public PLListener {
-protected:
-    void SetUp() override {
-        std::string pattern = (std::filesystem::temp_directory_path() / "calsetup-XXXXXX").string();
-        mRoot = mkdtemp(pattern.data());
-        PLDeviceRoot::SetRoot(mRoot);
-        PLAppContext::ResetInstance();
-        view.reset(VtCalendarSetupView::Make(11400, nullptr));
-        view->AddListener(this);
-    }
-    void TearDown() override {
-        view.reset();
-        PLAppContext::ResetInstance();
-        PLDeviceRoot::SetRoot("");
-        std::error_code ignored;
-        std::filesystem::remove_all(mRoot, ignored);
-    }
-    void Listen(PLMessage* message) override {
-        if (message->GetMessageID() == kPLMsgValue) {
-            heardFlags = long(message->GetUserMessageID());
-            heardFrom = message->GetSenderID();
+// The saved record is read back from the controls: a record saved untouched proves that loading
+// showed every field. The flags compare with what was loaded.
+TEST(SetupView, SavesWhatTheControlsShow) {
+    const struct {
+        const char* name;
+        Settings stored;
+        int32_t picked;  // default view chosen on screen, or 0
+        Settings written;
+        long flags;
+    } rows[] = {
+        // clang-format off
+        {"saved untouched", {11415, 11424, 6, 11453, 1}, 0, {11415, 11424, 6, 11453, 1}, 0},
+        {"another default view alone", {11414, 11426, 8, 11457, 0}, 11416, {11416, 11426, 8, 11457, 0}, 0},
+        // Keep time and lunar flag had no entry: saved as their defaults, both count as changes.
+        {"invalid stored fields", {11414, 11424, 8, 99, 2}, 11416, {11416, 11424, 8, 11457, 0}, 1 | 2 | 4},
+        // clang-format on
+    };
+    // The view on a scratch device root; it hears its own "valu" through a recording listener.
+    const ScratchRoot root;
+    struct : PLListener {
+        void Listen(PLMessage* message) override {
+            if (message->GetMessageID() == kPLMsgValue && message->GetSenderID() == 11400) {
+                flags = long(message->GetUserMessageID());
+            }
         }
+        long flags = -1;
+    } heard;
+    std::unique_ptr<VtCalendarSetupView> view(VtCalendarSetupView::Make(11400, nullptr));
+    view->AddListener(&heard);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Settings stored = row.stored;
+        ASSERT_EQ(APConfigCalendar_Write(&stored) & 0xFF, 1);
+        view->LoadSettings();
+        if (row.picked != 0) {
+            view->GetDefaultViewCombo()->SetValue(row.picked, false);
+        }
+        EXPECT_TRUE(view->SaveSettings());
+        Settings written;
+        ASSERT_EQ(APConfigCalendar_Read(&written) & 0xFF, 1);
+        EXPECT_EQ(Fields(written), Fields(row.written));
+        EXPECT_EQ(heard.flags, row.flags);
     }
-
-    std::string mRoot;
-    std::unique_ptr<VtCalendarSetupView> view;
-    long heardFlags = -1;
-    uint32_t heardFrom = 0;
-};
-
-TEST_F(SetupViewTest, LoadsTheStoredSettingsIntoTheControls) {
-    APCONFIG_CALENDAR_S stored = Record(11415, 11424, 6, 11453, 1);
-    ASSERT_EQ(APConfigCalendar_Write(&stored) & 0xFF, 1);
-    view->LoadSettings();
-    EXPECT_EQ(view->GetDefaultViewCombo()->GetValue(), 11415);
-    EXPECT_EQ(view->GetFirstWeekdayCombo()->GetMenu()->GetSelectedIndex(), 7u);
-    EXPECT_EQ(view->GetFirstWeekdayCombo()->GetValue(), 11424);
-    EXPECT_EQ(view->GetKeepTimeCombo()->GetValue(), 11453);
-    EXPECT_EQ(view->GetDayStart(), PLTime(6, 0, 0));
-    EXPECT_TRUE(view->GetLunarBox()->IsChecked());
-}
-
-TEST_F(SetupViewTest, TheOptionsButtonIsInert) {
-    PLPane* options = view->FindPane(11810);
-    ASSERT_NE(options, nullptr);
-    EXPECT_FALSE(options->IsEnabled());
-}
-
-TEST_F(SetupViewTest, SavesValidatedValuesAndReportsTheFlags) {
-    APCONFIG_CALENDAR_S stored = Record(11414, 11424, 8, 99, 2);
-    ASSERT_EQ(APConfigCalendar_Write(&stored) & 0xFF, 1);
-    view->LoadSettings();
-    view->GetDefaultViewCombo()->SetValue(11416, false);
-    EXPECT_TRUE(view->SaveSettings());
-    APCONFIG_CALENDAR_S written;
-    ASSERT_EQ(APConfigCalendar_Read(&written) & 0xFF, 1);
-    EXPECT_EQ(written.defaultView, 11416);
-    // The keep time and the lunar flag had no entry: they are saved as their defaults, and
-    // both count as changes.
-    EXPECT_EQ(written.keepTime, 11457);
-    EXPECT_EQ(written.lunarCalendar, 0);
-    EXPECT_EQ(heardFrom, 11400u);
-    EXPECT_EQ(heardFlags, 1 | 2 | 4);
-}
-
-TEST_F(SetupViewTest, ChangingOnlyTheDefaultViewFlagsNothing) {
-    APCONFIG_CALENDAR_S stored = Record(11414, 11426, 8, 11457, 0);
-    ASSERT_EQ(APConfigCalendar_Write(&stored) & 0xFF, 1);
-    view->LoadSettings();
-    view->GetDefaultViewCombo()->SetValue(11415, false);
-    EXPECT_TRUE(view->SaveSettings());
-    EXPECT_EQ(heardFlags, 0);
-    APCONFIG_CALENDAR_S written;
-    ASSERT_EQ(APConfigCalendar_Read(&written) & 0xFF, 1);
-    EXPECT_EQ(written.defaultView, 11415);
-    EXPECT_EQ(written.startWeekDay, 11426);
 }
 
 }  // namespace
