@@ -14,21 +14,20 @@ struct NodeFields {
     int kind = 0;
     int a = 0;
     int b = 0;
-    PLDate limit;  // the last day when left at its default
+    PLDate limit;  // left at its default: the last day
     PLTime end{10, 0, 0};
     uint32_t colour = 11545;
     bool allDay = false;
-    bool hasLimit = false;
 };
 
-// Owns the nodes of one list; Head() links them in the order they were added.
+// Owns the nodes of one list, linked in the order they were added.
 class NodeList {
 public:
     NodeList& Add(const NodeFields& fields) {
-        APMonthEventNode node{};
+        APMonthEventNode& node = mNodes.emplace_back();
         node.firstDay = fields.first;
         node.lastDay = fields.last;
-        node.limitDay = fields.hasLimit ? fields.limit : fields.last;
+        node.limitDay = fields.limit.dayNumber != 0 ? fields.limit : fields.last;
         node.endTime = fields.end;
         node.recurKind = fields.kind;
         node.recurValueA = fields.a;
@@ -36,15 +35,12 @@ public:
         node.id = fields.id;
         node.colour = fields.colour;
         node.allDay = fields.allDay ? 1 : 0;
-        mNodes.push_back(node);
+        if (mNodes.size() > 1) {
+            mNodes[mNodes.size() - 2].next = &node;  // a deque keeps the earlier nodes in place
+        }
         return *this;
     }
-    const APMonthEventNode* Head() {
-        for (size_t i = 0; i < mNodes.size(); ++i) {
-            mNodes[i].next = i + 1 < mNodes.size() ? &mNodes[i + 1] : nullptr;
-        }
-        return mNodes.empty() ? nullptr : &mNodes.front();
-    }
+    APMonthEventNode* Head() { return mNodes.empty() ? nullptr : &mNodes.front(); }
 
 private:
     std::deque<APMonthEventNode> mNodes;
