@@ -1,114 +1,73 @@
-// The application object on a scratch device root with a pinned clock: start-up by the settings,
-// damaged settings, the purge, the messages that switch views and reload them, exit, clean-up and
-// the loading thread.
+// The application object on a scratch device root with a pinned clock: what the scripts do not
+// walk (damaged settings, the purge, unknown stored values, returns to the week and day views, the
+// reload messages), clean-up and the loading thread.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <memory>
-#include <sstream>
 #include <string>
 
 #include "APConfig.h"
 #include "APEventRec.h"
-#include "PLAppContext.h"
 #include "PLClock.h"
-#include "PLDeviceRoot.h"
 #include "PLEventDispatcher.h"
 #include "PLEventLoop.h"
 #include "PLMessage.h"
-#include "PLPMEClient.h"
-#include "PLTimeStamp.h"
 #include "PLView.h"
 #include "app/CalendarLodingThread.h"
 #include "app/VtCalendarApp.h"
 #include "app/VtCalendarGlobals.h"
 #include "app/VtCalendarHelpers.h"
+#include "calendar/calendar_support.h"
 #include "day/VtCalendarDayView.h"
 #include "month/VtCalendarMonthView.h"
-#include "settings/VtCalendarSetupView.h"
 #include "week/VtCalendarWeekView.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-long Utc(int year, int month, int day, int hour = 0, int minute = 0) {
-    std::tm t{};
-    t.tm_year = year - 1900;
-    t.tm_mon = month - 1;
-    t.tm_mday = day;
-    t.tm_hour = hour;
-    t.tm_min = minute;
-    return long(timegm(&t));
-}
-
-std::string ReadFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
-int AddEvent(long start, long end) {
+// A one-hour event on the given day of November 2026; today is the 21st.
+int AddEvent(int day) {
     _EventRecInfo record;
     InitEventRecInfo(&record);
-    record.startStamp = int32_t(start);
-    record.endStamp = int32_t(end);
-    record.lastStamp = int32_t(end);
-    record.colour = 11548;
-    record.classChoice = 11561;
-    APEventRec store;
-    return store.AddEventRec(&record);
+    record.startStamp = int32_t(Stamp(2026, 11, day, 10));
+    record.endStamp = record.lastStamp = record.startStamp + 3600;
+    return APEventRec().AddEventRec(&record);
+}
+
+bool Stored(int id) {
+    _EventRecInfo record;
+    return APEventRec().GetEventRec(id, &record) == 1;
 }
 
 class CalendarAppTest : public ::testing::Test {
 protected:
-    void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "calapp-XXXXXX").string();
-        mRoot = mkdtemp(pattern.data());
-        PLDeviceRoot::SetRoot(mRoot);
-        const fs::path rsc = fs::path(CAL_BINARY_DIR) / "share" / "calendar.rsc";
-        if (fs::exists(rsc)) {
-            fs::create_directories(fs::path(mRoot) / "root" / "resource");
-            fs::copy_file(rsc, fs::path(mRoot) / "root" / "resource" / "calendar.rsc");
-        }
-        PLClock::Pin(int64_t(Utc(2026, 11, 21, 9, 41)) * 1000);
-        PLAppContext::ResetInstance();
-    }
+    void SetUp() override { PLClock::Pin(int64_t(Stamp(2026, 11, 21, 9, 41)) * 1000); }
     void TearDown() override {
+        StopApp();
+        PLClock::Unpin();
+    }
+
+    void WriteSettings(int32_t defaultView, int32_t weekday = 11424, int32_t hour = 9,
+                       int32_t keep = 11457) {
+        APCONFIG_CALENDAR_S config{defaultView, weekday, hour, keep};
+        ASSERT_EQ(APConfigCalendar_Write(&config) & 0xFF, 1);
+    }
+    // The application as InitApplication makes it; `startup` runs its start-up too.
+    bool StartApp(bool startup = true) {
+        app = std::make_unique<VtCalendarApp>();
+        app->Initialize();
+        PLAppContext::GetInstance()->SetApplication(app.get());
+        PLAppContext::GetInstance()->GetEventDispatcher().AddListener(app.get());
+        return !startup || app->Startup();
+    }
+    // As CleanupApplication takes it down; the next row starts from a fresh context.
+    void StopApp() {
         if (app) {
             app->Cleanup();
             PLAppContext::GetInstance()->SetApplication(nullptr);
             app.reset();
         }
         PLAppContext::ResetInstance();
-        PLClock::Unpin();
-        PLDeviceRoot::SetRoot("");
-        std::error_code ignored;
-        fs::remove_all(mRoot, ignored);
-    }
-
-    void WriteSettings(int32_t defaultView, int32_t weekday = 11424, int32_t hour = 8,
-                       int32_t keep = 11457) {
-        APCONFIG_CALENDAR_S config;
-        config.defaultView = defaultView;
-        config.startWeekDay = weekday;
-        config.startDayTime = hour;
-        config.keepTime = keep;
-        ASSERT_EQ(APConfigCalendar_Write(&config) & 0xFF, 1);
-    }
-    // The application as InitApplication makes it, before its start-up.
-    void MakeApp() {
-        app = std::make_unique<VtCalendarApp>();
-        app->Initialize();
-        PLAppContext::GetInstance()->SetApplication(app.get());
-        PLAppContext::GetInstance()->GetEventDispatcher().AddListener(app.get());
-    }
-    bool StartApp() {
-        MakeApp();
-        return app->Startup();
     }
     bool Shown(uint32_t id) { return app->GetRootView()->FindPane(id) != nullptr; }
     void Send(uint32_t kind, uint32_t first, uint32_t second = 0x3F3F3F3F) {
@@ -116,47 +75,80 @@ protected:
         app->Listen(&message);
     }
     PLPane* Target() { return PLAppContext::GetInstance()->GetEventLoop().GetTarget(); }
+    // The pane that takes a shown main view's keys: the week view hands them to its hour table.
+    PLPane* KeysOf(uint32_t view) {
+        PLPane* shown = app->GetRootView()->FindPane(view);
+        return shown != nullptr && view == 11200 ? app->WeekView()->GetHourTable() : shown;
+    }
 
-    std::string mRoot;
+    ScratchRoot root;
     std::unique_ptr<VtCalendarApp> app;
 };
 
-TEST_F(CalendarAppTest, StartsInTheViewTheSettingsChoose) {
+// Start in a main view (`from`), choose an options menu item (`option`, or 0), send a message that
+// opens a screen, leave it with a control (`close`, or 0): `back` is shown then and, when a main
+// view, has the keys. A day asked for starts at the configured hour (9), a form asked for by the
+// day keeps the day's hour (set to 14 before asking), the settings leave it alone.
+TEST_F(CalendarAppTest, OpeningAndReturning) {
     const struct {
         const char* name;
         int32_t defaultView;
-        uint32_t shown;
+        uint32_t from, option, kind, sender, opened;
+        int hour;
+        uint32_t close, back;
     } rows[] = {
-        {"month", 11414, 11100}, {"week", 11415, 11200},       {"day", 11416, 11300},
-        {"zero", 0, 11100},      {"unknown id", 12345, 11100},
+        // clang-format off
+        {"settings from the week", 11415, 11200, 11816, kPLMsgSelect, 11810, 11400, 14, 11402, 11200},
+        {"form from the day's options", 11416, 11300, 11811, kPLMsgSelect, 11810, 11500, 9, 11526, 11300},
+        {"form asked for by the day", 11416, 11300, 0, kPLMsgUp, 11300, 11500, 14, 11526, 11300},
+        // The form stores nothing yet: save must not take it off the screen.
+        {"failed save keeps the form", 11416, 11300, 0, kPLMsgUp, 11300, 11500, 14, 11525, 11500},
+        {"day asked for by the month", 11414, 11100, 0, kPLMsgUp, 11100, 11300, 9, 0, 11300},
+        {"an unknown default view starts in the month", 12345, 11100, 0, kPLMsgUp, 11100, 11300, 9, 0, 11300},
+        {"day asked for by the week's hours", 11415, 11200, 0, kPLMsgUp, 11207, 11300, 9, 0, 11300},
+        // clang-format on
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        WriteSettings(row.defaultView, 11424, 7);
+        WriteSettings(row.defaultView);
         ASSERT_TRUE(StartApp());
-        for (uint32_t id : {11100u, 11200u, 11300u}) {
-            EXPECT_EQ(Shown(id), id == row.shown) << id;
+        EXPECT_EQ(g_selectTime, PLTime(9, 0, 0));
+        EXPECT_TRUE(Shown(row.from));
+        EXPECT_EQ(Target(), KeysOf(row.from));
+        if (row.option != 0) {
+            PLMenu* options = row.from == 11200 ? app->WeekView()->GetOptionsMenu()
+                                                : app->DayView()->GetOptionsMenu();
+            options->SetSelectedItemByID(row.option);
         }
-        EXPECT_EQ(g_selectDate, PLDate(2026, 11, 21));
-        EXPECT_EQ(g_selectTime, PLTime(7, 0, 0));
-        ASSERT_NE(Target(), nullptr);
-        EXPECT_EQ(Target()->GetID(), row.shown);
-        app->Cleanup();
-        PLAppContext::GetInstance()->SetApplication(nullptr);
-        app.reset();
-        PLAppContext::ResetInstance();
+        g_selectTime.SetHour(14);
+        Send(row.kind, row.sender);
+        EXPECT_TRUE(Shown(row.opened));
+        EXPECT_FALSE(Shown(row.from));
+        EXPECT_EQ(g_selectTime.GetHour(), row.hour);
+        if (row.close != 0) {
+            Send(kPLMsgControl, row.close);
+            PLAppContext::GetInstance()->GetEventLoop().ProcessIdle();
+            EXPECT_EQ(Shown(row.opened), row.back == row.opened);
+        }
+        EXPECT_TRUE(Shown(row.back));
+        if (row.back != row.opened) {
+            EXPECT_EQ(Target(), KeysOf(row.back));
+        }
+        StopApp();
     }
 }
 
+// Out-of-range values are handed on: the date dialog reads them as Sunday.
 TEST_F(CalendarAppTest, FirstWeekdayIsTheStoredOptionLess11423In16Bits) {
     const struct {
         const char* name;
         int32_t stored;
         uint16_t weekday;
     } rows[] = {
-        {"sunday", 11424, 1},    {"monday", 11425, 2},
-        {"saturday", 11430, 7},  {"one below the options", 11423, 0},
-        {"one above", 11431, 8}, {"zero wraps", 0, uint16_t(0 - 11423)},
+        // clang-format off
+        {"sunday", 11424, 1}, {"saturday", 11430, 7}, {"one below", 11423, 0}, {"one above", 11431, 8},
+        {"zero wraps", 0, uint16_t(0 - 11423)},
+        // clang-format on
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -165,36 +157,26 @@ TEST_F(CalendarAppTest, FirstWeekdayIsTheStoredOptionLess11423In16Bits) {
     }
 }
 
-TEST_F(CalendarAppTest, UnreadableSettingsShowNothingAndLoseNothing) {
-    WriteSettings(11414);
-    const int id = AddEvent(Utc(2026, 11, 10, 10), Utc(2026, 11, 10, 11));
-    ASSERT_GT(id, 0);
+// Damaged settings: no view, nothing written, nothing purged. Readable ones purge by their keep
+// time (a week: the 10th goes, the 18th stays).
+TEST_F(CalendarAppTest, StartUpPurgesOnlyWithReadableSettings) {
+    WriteSettings(11414, 11424, 8, 11452);
+    const int old = AddEvent(10);
+    const int recent = AddEvent(18);
     const std::string settings = PLDeviceRoot::Resolve(kAPConfigDevicePath);
-    {
-        std::ofstream out(settings, std::ios::binary | std::ios::trunc);
-        out << "calendar.default_view=oops\nnot a settings file";
-    }
-    const std::string before = ReadFile(settings);
+    std::ofstream(settings, std::ios::binary | std::ios::trunc) << "calendar.default_view=oops\n";
     g_selectTime = PLTime(3, 4, 5);
-
     EXPECT_FALSE(StartApp());
     EXPECT_FALSE(Shown(11100) || Shown(11200) || Shown(11300));
     EXPECT_EQ(g_selectTime, PLTime(3, 4, 5));
-    EXPECT_EQ(ReadFile(settings), before);
-    _EventRecInfo record;
-    APEventRec store;
-    EXPECT_EQ(store.GetEventRec(id, &record), 1);
-}
-
-TEST_F(CalendarAppTest, StartUpPurgesByTheKeepTime) {
+    APCONFIG_CALENDAR_S unread;
+    EXPECT_EQ(APConfigCalendar_Read(&unread) & 0xFF, 0);  // not replaced by defaults either
+    EXPECT_TRUE(Stored(old));
+    StopApp();
     WriteSettings(11414, 11424, 8, 11452);
-    const int old = AddEvent(Utc(2026, 11, 10, 10), Utc(2026, 11, 10, 11));
-    const int recent = AddEvent(Utc(2026, 11, 18, 10), Utc(2026, 11, 18, 11));
     ASSERT_TRUE(StartApp());
-    _EventRecInfo record;
-    APEventRec store;
-    EXPECT_EQ(store.GetEventRec(old, &record), 0);
-    EXPECT_EQ(store.GetEventRec(recent, &record), 1);
+    EXPECT_FALSE(Stored(old));
+    EXPECT_TRUE(Stored(recent));
 }
 
 TEST_F(CalendarAppTest, SettingsChangesReloadExactlyTheFlaggedViews) {
@@ -218,111 +200,31 @@ TEST_F(CalendarAppTest, SettingsChangesReloadExactlyTheFlaggedViews) {
         EXPECT_EQ(app->HasWeekView(), row.weekMade);
         EXPECT_EQ(app->HasDayView(), row.dayMade);
         EXPECT_EQ(g_selectTime.GetHour(), 6);
-        app->Cleanup();
-        PLAppContext::GetInstance()->SetApplication(nullptr);
-        app.reset();
-        PLAppContext::ResetInstance();
+        StopApp();
     }
 }
 
-TEST_F(CalendarAppTest, ReloadRequestShowsEventsAddedElsewhere) {
-    WriteSettings(11414);
-    ASSERT_TRUE(StartApp());
-    EXPECT_FALSE(app->MonthView()->HasEvents());
-    const int id = AddEvent(Utc(2026, 11, 12, 10), Utc(2026, 11, 12, 11));
-    PLMessage reload(10041, 0x3F3F3F3F, 0x3F3F3F3F, kEmptyString, kEmptyString);
-    PLAppContext::GetInstance()->GetEventDispatcher().DispatchMessage(&reload);
-    EXPECT_TRUE(app->MonthView()->HasEvents());
-    EXPECT_EQ(app->MonthView()->GetModel().Lane(12, 0).recordId, id);
-}
-
-TEST_F(CalendarAppTest, ViewSwitchMenusAndTheOptionsMenu) {
-    WriteSettings(11414);
-    ASSERT_TRUE(StartApp());
-    VtCalendarMonthView* month = app->MonthView();
-
-    month->GetViewMenu()->SetSelectedItemByID(11821);
-    Send(kPLMsgSelect, 11102);
-    EXPECT_TRUE(Shown(11100));
-    EXPECT_FALSE(app->HasWeekView());
-
-    month->GetViewMenu()->SetSelectedItemByID(11822);
-    Send(kPLMsgSelect, 11102);
-    EXPECT_TRUE(Shown(11200));
-    EXPECT_FALSE(Shown(11100));
-    EXPECT_EQ(Target(), app->WeekView()->GetHourTable());
-
-    app->WeekView()->GetOptionsMenu()->SetSelectedItemByID(11816);
-    Send(kPLMsgSelect, 11810);
-    EXPECT_TRUE(Shown(11400));
-    EXPECT_FALSE(Shown(11200));
-    EXPECT_EQ(app->GetReturnViewId(), 11200u);
-
-    Send(kPLMsgControl, 11402);
-    EXPECT_FALSE(Shown(11400));
-    EXPECT_TRUE(Shown(11200));
-    EXPECT_EQ(Target(), app->WeekView()->GetHourTable());
-
-    app->WeekView()->GetViewMenu()->SetSelectedItemByID(11823);
-    Send(kPLMsgSelect, 11202);
-    EXPECT_TRUE(Shown(11300));
-    EXPECT_FALSE(Shown(11200));
-}
-
-TEST_F(CalendarAppTest, AskingForADayAndForANewEvent) {
-    WriteSettings(11414, 11424, 9);
-    ASSERT_TRUE(StartApp());
-    g_selectTime.SetHour(15);
-    Send(kPLMsgUp, 11100);
-    EXPECT_TRUE(Shown(11300));
-    EXPECT_FALSE(Shown(11100));
-    EXPECT_EQ(g_selectTime.GetHour(), 9);
-    EXPECT_EQ(Target(), static_cast<PLPane*>(app->DayView()));
-
-    g_selectTime.SetHour(14);
-    Send(kPLMsgUp, 11300);
-    EXPECT_TRUE(Shown(11500));
-    EXPECT_FALSE(Shown(11300));
-    EXPECT_EQ(app->GetReturnViewId(), 11300u);
-    EXPECT_EQ(g_selectTime.GetHour(), 14);
-
-    // The form stores nothing yet, so save keeps it on screen; cancel returns to the day.
-    Send(kPLMsgControl, 11525);
-    EXPECT_TRUE(Shown(11500));
-    Send(kPLMsgControl, 11526);
-    PLAppContext::GetInstance()->GetEventLoop().ProcessIdle();
-    EXPECT_FALSE(Shown(11500));
-    EXPECT_TRUE(Shown(11300));
-}
-
-TEST_F(CalendarAppTest, ExitBroadcastsAndEndsTheLoops) {
+// Another application's reload request, and the day view or the detail deleting events: each
+// time an event added behind the month view's back must show.
+TEST_F(CalendarAppTest, ChangesMadeElsewhereReloadTheMonth) {
     const struct {
         const char* name;
-        uint32_t kind;
-        uint32_t first;
+        uint32_t kind, sender;
+        int day;
     } rows[] = {
-        {"message 5005", 5005, 0},
-        {"month exit button", kPLMsgControl, 11103},
-        {"week exit button", kPLMsgControl, 11203},
+        {"reload request", 10041, 0x3F3F3F3F, 12},
+        {"the day deleted events", kPLMsgControl, 12203, 13},
+        {"the detail deleted an event", kPLMsgControl, 12106, 14},
     };
+    WriteSettings(11414);
+    ASSERT_TRUE(StartApp());
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        WriteSettings(11414);
-        ASSERT_TRUE(StartApp());
-        PLEventLoop& loop = PLAppContext::GetInstance()->GetEventLoop();
-        loop.Reset();
-        const std::string log = PLDeviceRoot::Resolve(PLPMEClient::LogPath());
-        std::error_code ignored;
-        fs::remove(log, ignored);
-        Send(row.kind, row.first);
-        EXPECT_TRUE(loop.IsShuttingDown());
-        const std::string written = ReadFile(log);
-        EXPECT_NE(written.find("\"id\":5010"), std::string::npos) << written;
-        EXPECT_NE(written.find("com.mdz.calendar.v1"), std::string::npos) << written;
-        app->Cleanup();
-        PLAppContext::GetInstance()->SetApplication(nullptr);
-        app.reset();
-        PLAppContext::ResetInstance();
+        const int id = AddEvent(row.day);
+        ASSERT_EQ(app->MonthView()->GetModel().Lane(row.day, 0).recordId, 0);
+        PLMessage message(row.kind, row.sender, 0x3F3F3F3F, kEmptyString, kEmptyString);
+        PLAppContext::GetInstance()->GetEventDispatcher().DispatchMessage(&message);
+        EXPECT_EQ(app->MonthView()->GetModel().Lane(row.day, 0).recordId, id);
     }
 }
 
@@ -340,16 +242,12 @@ TEST_F(CalendarAppTest, CleanupDeletesOnlyDetachedViews) {
 
 TEST_F(CalendarAppTest, LoadingThreadRunsTheStartUp) {
     WriteSettings(11415);
-    MakeApp();
+    StartApp(false);
     {
         CalendarLodingThread thread(app.get());
         ASSERT_TRUE(thread.Start());
-        thread.WaitForCompletion();
-        EXPECT_EQ(thread.GetResult(), 0);
-        EXPECT_FALSE(thread.IsRunning());
-    }
+    }  // its end waits for the start-up
     EXPECT_TRUE(Shown(11200));
-    EXPECT_EQ(g_selectDate, PLDate(2026, 11, 21));
 }
 
 }  // namespace
