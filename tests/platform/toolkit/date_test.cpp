@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include "PLClock.h"
@@ -12,15 +13,12 @@ namespace {
 
 constexpr int kSunday = 1, kMonday = 2, kTuesday = 3, kWednesday = 4, kThursday = 5, kFriday = 6;
 
-// clang-format off
-struct YMD { int year, month, day; };
-// clang-format on
+using YMD = std::tuple<int, int, int>;
 
+// The fields, and the day number that goes with them.
 void ExpectFields(const PLDate& date, YMD expected) {
-    EXPECT_EQ(date.year, expected.year);
-    EXPECT_EQ(date.month, expected.month);
-    EXPECT_EQ(date.day, expected.day);
-    EXPECT_EQ(date.dayNumber, PLDate::DayNumberOf(expected.year, expected.month, expected.day));
+    EXPECT_EQ(YMD(date.year, date.month, date.day), expected);
+    EXPECT_EQ(date.dayNumber, std::apply(PLDate::DayNumberOf, expected));
 }
 
 // Every day from 1900 to 2100 against gmtime: fields, weekday, month length and arithmetic.
@@ -38,10 +36,9 @@ TEST(PLDateTest, AgreesWithTheCLibraryFrom1900To2100) {
         const std::time_t tomorrow = moment + 86400;
         gmtime_r(&tomorrow, &next);
         const PLDate date = first + offset;
-        ASSERT_EQ(date, PLDate(fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday)) << offset;
-        ASSERT_EQ(date.year, fields.tm_year + 1900);
-        ASSERT_EQ(date.month, fields.tm_mon + 1);
-        ASSERT_EQ(date.day, fields.tm_mday);
+        const YMD ymd(fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday);
+        ASSERT_EQ(date, std::make_from_tuple<PLDate>(ymd)) << offset;
+        ASSERT_EQ(YMD(date.year, date.month, date.day), ymd);
         ASSERT_EQ(date.Weekday(), fields.tm_wday + 1);
         const int length = PLDate::NumberOfDaysInMonth(date.month, date.year);
         ASSERT_EQ(next.tm_mday == 1, date.day == length) << "month length at " << offset;
@@ -73,9 +70,7 @@ TEST(PLDateTest, FixFromMDYCarriesOutOfRangeFields) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         PLDate date;
-        date.year = uint16_t(row.in.year);
-        date.month = uint8_t(row.in.month);
-        date.day = uint8_t(row.in.day);
+        std::tie(date.year, date.month, date.day) = row.in;
         date.FixFromMDY();
         ExpectFields(date, row.out);
     }
@@ -104,7 +99,7 @@ TEST(PLDateTest, GetStartWeekdayFindsTheNthWeekday) {
     // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        PLDate date(row.date.year, row.date.month, row.date.day);
+        PLDate date = std::make_from_tuple<PLDate>(row.date);
         EXPECT_EQ(GetStartWeekday(date, row.week, row.weekday), row.ok);
         ExpectFields(date, row.result);
     }

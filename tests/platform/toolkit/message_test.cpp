@@ -2,27 +2,21 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <tuple>
 
 #include "PLMessage.h"
 #include "PLStream.h"
 
 namespace {
 
-PLMessage Sample() {
-    return PLMessage(5010, kPLWildcard, 111, "Server", "com.mdz.calendar.v1");
-}
-
-void ExpectSame(const PLMessage& a, const PLMessage& b) {
-    EXPECT_EQ(a.GetMessageID(), b.GetMessageID());
-    EXPECT_EQ(a.GetSenderID(), b.GetSenderID());
-    EXPECT_EQ(a.GetUserMessageID(), b.GetUserMessageID());
-    EXPECT_EQ(a.GetRecipientName(), b.GetRecipientName());
-    EXPECT_EQ(a.GetSenderName(), b.GetSenderName());
+auto Fields(const PLMessage& m) {
+    return std::make_tuple(m.GetMessageID(), m.GetSenderID(), m.GetUserMessageID(),
+                           m.GetRecipientName(), m.GetSenderName());
 }
 
 TEST(PLMessageTest, StreamRoundTripAndClone) {
     const PLMessage rows[] = {
-        Sample(),
+        PLMessage(5010, kPLWildcard, 111, "Server", "com.mdz.calendar.v1"),
         PLMessage(PLFourCC("CREC"), 11630, kPLWildcard, "", ""),
         PLMessage(0xFFFFFFFF, 0, 0x80000000, PLString("a\0b", 3), "\xE4\xB8\xAD"),
     };
@@ -35,27 +29,26 @@ TEST(PLMessageTest, StreamRoundTripAndClone) {
         EXPECT_EQ(stream.Bytes()[0], message.GetMessageID() & 0xFF) << "little-endian numbers";
         PLMessage read;
         ASSERT_TRUE(read.ReadData(stream));
-        ExpectSame(read, message);
+        EXPECT_EQ(Fields(read), Fields(message));
         EXPECT_EQ(stream.Remaining(), 0u);
-        std::unique_ptr<PLMessage> copy(message.Clone());
-        ExpectSame(*copy, message);
+        EXPECT_EQ(Fields(*std::unique_ptr<PLMessage>(message.Clone())), Fields(message));
     }
     const PLScrollerMessage scroll(11301, PLPoint(248, 0), 1);
     std::unique_ptr<PLMessage> copy(scroll.Clone());
     auto* typed = dynamic_cast<PLScrollerMessage*>(copy.get());
     ASSERT_NE(typed, nullptr);
-    EXPECT_EQ(typed->GetMessageID(), kPLMsgScroll);
-    EXPECT_EQ(typed->GetSenderID(), 11301u);
+    EXPECT_EQ(Fields(*typed), Fields(scroll));
     EXPECT_EQ(typed->GetOffset(), PLPoint(248, 0));
     EXPECT_EQ(typed->GetFlags(), 1);
 }
 
 TEST(PLMessageTest, ShortOrCorruptStreamLeavesTheMessageUnchanged) {
     PLStream full;
-    Sample().WriteData(full);
+    PLMessage(5010, kPLWildcard, 111, "Server", "com.mdz.calendar.v1").WriteData(full);
     const std::vector<uint8_t>& bytes = full.Bytes();
     // clang-format off
-    struct Row { const char* name; std::vector<uint8_t> bytes; } rows[] = {
+    struct Row { const char* name; std::vector<uint8_t> bytes; };
+    const Row rows[] = {
         {"empty", {}},
         {"inside a number", std::vector<uint8_t>(bytes.begin(), bytes.begin() + 6)},
         {"before the names", std::vector<uint8_t>(bytes.begin(), bytes.begin() + 12)},
@@ -69,7 +62,7 @@ TEST(PLMessageTest, ShortOrCorruptStreamLeavesTheMessageUnchanged) {
         PLMessage message(7, 8, 9, "keep", "these");
         EXPECT_FALSE(message.ReadData(stream));
         EXPECT_FALSE(stream.IsGood());
-        ExpectSame(message, PLMessage(7, 8, 9, "keep", "these"));
+        EXPECT_EQ(Fields(message), Fields(PLMessage(7, 8, 9, "keep", "these")));
         // A bad stream stays bad until it is rewound.
         uint32_t value = 77;
         EXPECT_FALSE(stream.ReadUInt32(value));

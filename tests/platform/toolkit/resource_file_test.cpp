@@ -35,44 +35,41 @@ class ResourceFileTest : public ::testing::Test {
 protected:
     std::string PathOf(const std::string& name) const { return mRoot.Path() + "/" + name; }
     // Writes the sample file as `name` and loads it into `manager`.
-    void LoadSample(PLResourceFileManager& manager, const std::string& name = "a.rsc") {
+    void LoadSample(const std::string& name = "a.rsc") {
         std::string error;
         ASSERT_TRUE(SampleWriter().Write(PathOf(name), error)) << error;
         ASSERT_TRUE(manager.LoadFromFile(PathOf(name), false)) << manager.GetLastError();
     }
-    const void* Get(const PLResourceFileManager& manager, uint32_t type, uint32_t id) {
+    const void* Get(uint32_t type, uint32_t id) const {
         return manager.GetResource(type, id, kPLWildcard);
+    }
+    std::string Text(uint32_t id) const {
+        PLBasicString<char> text("<none>");
+        manager.GetText(id, text);
+        return text.str();
     }
 
     ScratchRoot mRoot;  // also the device root
     PLResourceFileManager manager{10003, true};
 };
 
-TEST_F(ResourceFileTest, RoundTripKeepsTextsBitmapsAndFamilies) {
-    LoadSample(manager);
-    PLBasicString<char> text;
-    ASSERT_TRUE(manager.GetText(10942, text));
-    EXPECT_EQ(text.str(), "Zwei\nZeilen, äöü 日曆");
-    EXPECT_STREQ(static_cast<const char*>(Get(manager, kPLResText, 10032)), "Month");
-
-    auto bitmap = static_cast<const PLBitmap*>(Get(manager, kPLResBitmap, 10130));
+TEST_F(ResourceFileTest, RoundTripAndLookupsBySelectorTypeAndId) {
+    LoadSample();
+    EXPECT_EQ(Text(10942), "Zwei\nZeilen, äöü 日曆");
+    EXPECT_STREQ(static_cast<const char*>(Get(kPLResText, 10032)), "Month");
+    EXPECT_EQ(Text(99999), "<none>") << "a missing text leaves the string alone";
+    auto bitmap = static_cast<const PLBitmap*>(Get(kPLResBitmap, 10130));
     ASSERT_NE(bitmap, nullptr);
-    ASSERT_EQ(bitmap->GetWidth(), 3);
-    ASSERT_EQ(bitmap->GetHeight(), 2);
+    ASSERT_EQ(std::make_pair(bitmap->GetWidth(), bitmap->GetHeight()), std::make_pair(3, 2));
     EXPECT_TRUE(std::equal(bitmap->Pixels(), bitmap->Pixels() + 6, SampleBitmap().Pixels()));
-    EXPECT_EQ(bitmap, Get(manager, kPLResBitmap, 10130)) << "made once and cached";
-
-    auto family = static_cast<const PLBitmapFamily*>(Get(manager, kPLResBitmapFamily, 30371));
+    EXPECT_EQ(bitmap, Get(kPLResBitmap, 10130)) << "made once and cached";
+    auto family = static_cast<const PLBitmapFamily*>(Get(kPLResBitmapFamily, 30371));
     ASSERT_NE(family, nullptr);
-    EXPECT_EQ(family, Get(manager, kPLResBitmapFamily, 30371));
+    EXPECT_EQ(family, Get(kPLResBitmapFamily, 30371));
     EXPECT_EQ(family->GetBitmap(kPLBitmapNormal), bitmap);
-    EXPECT_EQ(family->GetBitmap(kPLBitmapPressed), Get(manager, kPLResBitmap, 10131));
+    EXPECT_EQ(family->GetBitmap(kPLBitmapPressed), Get(kPLResBitmap, 10131));
     EXPECT_EQ(family->GetBitmap(kPLBitmapDisabled), bitmap) << "state 0 falls back to normal";
     EXPECT_EQ(manager.ListResources().size(), 5u);
-}
-
-TEST_F(ResourceFileTest, LookupsBySelectorTypeAndId) {
-    LoadSample(manager);
     // clang-format off
     struct Row { const char* name; uint32_t type, id, selector; bool found; };
     const Row rows[] = {
@@ -90,28 +87,27 @@ TEST_F(ResourceFileTest, LookupsBySelectorTypeAndId) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(manager.GetResource(row.type, row.id, row.selector) != nullptr, row.found);
     }
-    PLBasicString<char> text("untouched");
-    EXPECT_FALSE(manager.GetText(99999, text));
-    EXPECT_EQ(text.str(), "untouched");
 }
 
-TEST_F(ResourceFileTest, LaterFileOverridesAndFailedLoadKeepsEverything) {
-    LoadSample(manager);
-    const void* oldBitmap = Get(manager, kPLResBitmap, 10130);
+TEST_F(ResourceFileTest, LaterFileOverridesAndFailuresKeepEverything) {
+    ASSERT_TRUE(PLDeviceRoot::MakeParentDirectories("/root/resource/calendar.rsc"));
+    LoadSample("root/resource/calendar.rsc");
+    EXPECT_TRUE(manager.LoadFromFile("/root/resource/calendar.rsc", true)) << "by device path";
+    const void* oldBitmap = Get(kPLResBitmap, 10130);
     PLResourceFileWriter second;
     second.AddText(10032, "Monat");
     second.AddText(1, "new");
     std::string error;
     ASSERT_TRUE(second.Write(PathOf("b.rsc"), error)) << error;
     ASSERT_TRUE(manager.LoadFromFile(PathOf("b.rsc"), false));
-    PLBasicString<char> text;
-    ASSERT_TRUE(manager.GetText(10032, text));
-    EXPECT_EQ(text.str(), "Monat");
-    EXPECT_TRUE(manager.GetText(10942, text)) << "entries of the first file stay";
-    EXPECT_EQ(Get(manager, kPLResBitmap, 10130), oldBitmap);
+    EXPECT_EQ(Text(10032), "Monat");
+    EXPECT_EQ(Text(10942), "Zwei\nZeilen, äöü 日曆") << "entries of the first file stay";
+    EXPECT_EQ(Get(kPLResBitmap, 10130), oldBitmap);
 
-    EXPECT_FALSE(manager.LoadFromFile(PathOf("missing.rsc"), false));
-    EXPECT_NE(manager.GetLastError().find("missing.rsc"), std::string::npos);
+    EXPECT_FALSE(manager.LoadFromFile("/root/resource/other.rsc", true));
+    EXPECT_NE(manager.GetLastError().find(mRoot.Path() + "/root/resource/other.rsc"),
+              std::string::npos)
+        << "the message names the file actually tried: " << manager.GetLastError();
     EXPECT_EQ(manager.ListResources().size(), 6u);
 
     // A refused write leaves the old file as it was.
@@ -122,15 +118,6 @@ TEST_F(ResourceFileTest, LaterFileOverridesAndFailedLoadKeepsEverything) {
     EXPECT_FALSE(bad.Write(PathOf("b.rsc"), error));
     EXPECT_EQ(std::filesystem::file_size(PathOf("b.rsc")), before);
     EXPECT_TRUE(manager.LoadFromFile(PathOf("b.rsc"), false)) << manager.GetLastError();
-}
-
-TEST_F(ResourceFileTest, DevicePathsResolveUnderTheDeviceRoot) {
-    ASSERT_TRUE(PLDeviceRoot::MakeParentDirectories("/root/resource/calendar.rsc"));
-    LoadSample(manager, "root/resource/calendar.rsc");
-    EXPECT_TRUE(manager.LoadFromFile("/root/resource/calendar.rsc", true));
-    EXPECT_FALSE(manager.LoadFromFile("/root/resource/other.rsc", true));
-    EXPECT_NE(manager.GetLastError().find(mRoot.Path()), std::string::npos)
-        << "the message names the file actually tried: " << manager.GetLastError();
 }
 
 TEST(ResourceWriter, RefusesWhatTheLoaderWouldRefuse) {

@@ -18,13 +18,9 @@ long Utc(const Wall& w) {
 
 // Each row: a local wall time in a zone and the UTC wall time it denotes.
 TEST(PLTimeStampTest, LocalDateAndTimeToStampAcrossZonesAndDaylightSaving) {
-    struct Row {
-        const char* name;
-        const char* zone;
-        Wall local, utc;
-        bool readsBack;  // false where the wall time does not exist
-    };
     // clang-format off
+    // `readsBack` is false where the wall time does not exist.
+    struct Row { const char *name, *zone; Wall local, utc; bool readsBack; };
     const Row rows[] = {
         {"london summer", "Europe/London", {2026, 7, 1, 9, 0, 0}, {2026, 7, 1, 8, 0, 0}, true},
         {"london first summer hour", "Europe/London", {2026, 3, 29, 2, 0, 0}, {2026, 3, 29, 1, 0, 0}, true},
@@ -47,10 +43,7 @@ TEST(PLTimeStampTest, LocalDateAndTimeToStampAcrossZonesAndDaylightSaving) {
         PLDate backDate;
         PLTime backTime;
         TimeStamp2PLDate(Utc(row.utc), &backDate, &backTime);
-        if (row.readsBack) {
-            EXPECT_EQ(backDate, date);
-            EXPECT_EQ(backTime, time);
-        }
+        EXPECT_EQ(backDate == date && backTime == time, row.readsBack);
     }
 }
 
@@ -104,32 +97,23 @@ TEST(PLTimeStampTest, DateTimeAndNumberText) {
 
     // clang-format off
     struct Time { const char* name; PLTime time; const char *h24, *h12; };
+    const Time times[] = {{"midnight", PLTime(0, 0, 0), "0:00", "12:00 AM"}, {"morning", PLTime(9, 5, 0), "9:05", "9:05 AM"},
+                          {"noon", PLTime(12, 0, 0), "12:00", "12:00 PM"}, {"afternoon", PLTime(13, 5, 0), "13:05", "1:05 PM"}};
     // clang-format on
-    const Time times[] = {{"midnight", PLTime(0, 0, 0), "0:00", "12:00 AM"},
-                          {"morning", PLTime(9, 5, 0), "9:05", "9:05 AM"},
-                          {"noon", PLTime(12, 0, 0), "12:00", "12:00 PM"},
-                          {"afternoon", PLTime(13, 5, 0), "13:05", "1:05 PM"}};
     for (const Time& row : times) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(PLTime::GetStr(row.time, kPLTimeFormat24).str(), row.h24);
         EXPECT_EQ(PLTime::GetStr(row.time, kPLTimeFormat12).str(), row.h12);
-        EXPECT_EQ(PLTime::GetStr(row.time, 0).str(), row.h12);
+        EXPECT_EQ(PLTime::GetStr(row.time, 0).str(), row.h12) << "12-hour unless told otherwise";
     }
 
     EXPECT_EQ(PLNumToString(-42).str(), "-42");
     EXPECT_EQ(PLUnsignedIntToString(4294967295UL).str(), "4294967295");
     // clang-format off
     struct Number { const char* text; unsigned long value; };
+    const Number numbers[] = {{"", 0}, {"10", 10}, {"12ab3", 12}, {"abc", 0}, {"-5", 0}, {" 7", 0}, {"4294967295", 4294967295UL},
+                              {"4294967296", 4294967295UL}, {"99999999999999999999999999", 4294967295UL}};
     // clang-format on
-    const Number numbers[] = {{"", 0},
-                              {"10", 10},
-                              {"12ab3", 12},
-                              {"abc", 0},
-                              {"-5", 0},
-                              {" 7", 0},
-                              {"4294967295", 4294967295UL},
-                              {"4294967296", 4294967295UL},
-                              {"99999999999999999999999999", 4294967295UL}};
     for (const Number& row : numbers) {
         SCOPED_TRACE(row.text);
         EXPECT_EQ(PLStringToUnsigned(PLBasicString<char>(row.text)), row.value);
