@@ -101,38 +101,41 @@ protected:
     std::unique_ptr<PLView> mRoot = std::make_unique<PLView>(1, PLPoint{0, 0}, PLSize{320, 240});
 };
 
-TEST_F(ShareLibraryTest, SheetSavesOrCancels) {
-    struct Row {
-        const char* name;
-        std::deque<PLEvent> script;
-        int expected;
-    };
-    const Row rows[] = {
-        {"tap_save", Script({{kSaveX, kBarY}}), 2},
-        {"tap_cancel", Script({{kCancelX, kBarY}}), 0},
-        {"key_ok_saves", Script({}, 18), 2},
-        {"key_left_cancels", Script({}, 28), 0},
-        {"tap_outside_buttons_then_cancel", Script({{120, 150}, {kCancelX, kBarY}}), 0},
-        {"script_ends_without_a_choice", {}, 0},
-    };
+// In order on one device: what each sheet returns and how many files the outbox holds after it.
+TEST_F(ShareLibraryTest, SheetSavesIntoTheOutboxBesideEarlierFilesOrCancels) {
     WriteFile(HostPath("/tmp/17.vcs"), "event 17");
     WriteFile(HostPath("/tmp/18.vcs"), "event 18");
+    const std::vector<std::string> both = {"/tmp/17.vcs", "/tmp/18.vcs"};
+    const std::deque<PLEvent> save = Script({{kSaveX, kBarY}}),
+                              cancel = Script({{kCancelX, kBarY}});
+    struct Row {
+        const char* name;
+        std::vector<std::string> files;
+        std::deque<PLEvent> script;
+        int saved;
+        size_t inOutbox;
+    };
+    const Row rows[] = {
+        {"tap_cancel", both, cancel, 0, 0},
+        {"key_left_cancels", both, Script({}, 28), 0, 0},
+        {"tap_outside_buttons_then_cancel", both, Script({{120, 150}, {kCancelX, kBarY}}), 0, 0},
+        {"script_ends_without_a_choice", both, {}, 0, 0},
+        {"empty_list_shows_no_sheet", {}, save, 0, 0},
+        {"tap_save", both, save, 2, 2},
+        {"key_ok_saves_without_overwriting", both, Script({}, 18), 2, 4},
+        {"missing_file_not_counted", {"/tmp/missing.vcs", "/tmp/18.vcs"}, save, 1, 5},
+    };
+    const std::string outbox = HostPath("/var/outbox");
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        std::filesystem::remove_all(HostPath("/var/outbox"));
-        EXPECT_EQ(Share({"/tmp/17.vcs", "/tmp/18.vcs"}, row.script), row.expected);
-        EXPECT_EQ(ReadFile(HostPath("/var/outbox/18.vcs")), row.expected ? "event 18" : "");
+        EXPECT_EQ(Share(row.files, row.script), row.saved);
+        std::error_code none;  // an outbox not made yet holds no files
+        const auto files = std::distance(std::filesystem::directory_iterator(outbox, none), {});
+        EXPECT_EQ(size_t(files), row.inOutbox);
     }
-}
-
-TEST_F(ShareLibraryTest, OutboxFilesAreNeverOverwrittenAndMissingFilesNotCounted) {
-    WriteFile(HostPath("/tmp/17.vcs"), "second export");
-    PLDeviceRoot::MakeParentDirectories("/var/outbox/x");
-    WriteFile(HostPath("/var/outbox/17.vcs"), "first export");
-    EXPECT_EQ(Share({"/tmp/17.vcs", "/tmp/missing.vcs"}, Script({{kSaveX, kBarY}})), 1);
-    EXPECT_EQ(ReadFile(HostPath("/var/outbox/17.vcs")), "first export");
-    EXPECT_EQ(ReadFile(HostPath("/var/outbox/17_1.vcs")), "second export");
-    EXPECT_EQ(Share({}, Script({{kSaveX, kBarY}})), 0) << "an empty list shows no sheet";
+    EXPECT_EQ(ReadFile(outbox + "/17.vcs"), "event 17");
+    EXPECT_EQ(ReadFile(outbox + "/18_1.vcs"), "event 18");
+    EXPECT_EQ(ReadFile(outbox + "/18_2.vcs"), "event 18");
 }
 
 }  // namespace
