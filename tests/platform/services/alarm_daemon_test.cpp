@@ -149,45 +149,37 @@ TEST_F(AlarmDaemonTest, RecordsKeepEveryByteAndMissingIdsFail) {
     std::strcpy(first.rule, "FREQ=DAILY;INTERVAL=1;COUNT=1;BYHOUR=8;BYMINUTE=0;BYSECOND=0");
     AP_ALERT_CONTEXT second = first;
     EXPECT_EQ(APAlertDB_AddAlert(&first), 1);
-    EXPECT_EQ(first.alertId, 1);
     EXPECT_EQ(APAlertDB_AddAlert(&second), 2);
+    EXPECT_EQ(first.alertId, 1);
     first.alertTime = 1234;
-    std::strcpy(first.owner, "17");
     EXPECT_EQ(APAlertDB_UpdateAlert(&first), 1);
-    AP_ALERT_CONTEXT back;
-    ASSERT_TRUE(APAlertDB_GetAlert(1, &back));
-    EXPECT_EQ(std::memcmp(&back, &first, sizeof back), 0);
-    first.alertId = 99;
-    EXPECT_EQ(APAlertDB_UpdateAlert(&first), 0);
-    EXPECT_EQ(first.alertId, 0);
     std::vector<AP_ALERT_CONTEXT> all;
     std::string error;
     ASSERT_TRUE(APAlertDB_ListAlerts(all, error));
     ASSERT_EQ(all.size(), 2u);
+    EXPECT_EQ(std::memcmp(&all[0], &first, sizeof first), 0);
     EXPECT_EQ(std::memcmp(&all[1], &second, sizeof second), 0);
+    first.alertId = 99;
+    EXPECT_EQ(APAlertDB_UpdateAlert(&first), 0);
+    EXPECT_EQ(first.alertId, 0);
     EXPECT_EQ(APAlertDB_GetGeneration(), 0);
     EXPECT_EQ(APAlertDB_SendUpdateToDaemon() + APAlertDB_SendUpdateToDaemon(), 2);
     EXPECT_EQ(APAlertDB_GetGeneration(), 2);
 
-    _EventAlertInfo info{};
-    info.daemonId = 2;
-    info.enabled = 1;
-    info.eventTime = 1000;
-    info.leadAmount = 3;  // kept as given, even a pair the form does not offer
-    info.leadUnit = 2;
+    // Lead 3 hours: kept as given, even a pair the form does not offer.
+    _EventAlertInfo info{0, 2, 1, {}, 1000, 3, 2}, back{};
     EXPECT_EQ(APEventAlertDB().Add(&info), 1);
     EXPECT_EQ(info.id, 1);
     info.leadAmount = 12;
     EXPECT_EQ(APEventAlertDB().UpdateAlertInfo(&info), 1);
-    _EventAlertInfo infoBack{};
-    ASSERT_EQ(APEventAlertDB().GetEventAlertInfo(1, &infoBack), 1);
-    EXPECT_EQ(std::memcmp(&infoBack, &info, sizeof info), 0);
+    ASSERT_EQ(APEventAlertDB().GetEventAlertInfo(1, &back), 1);
+    EXPECT_EQ(std::memcmp(&back, &info, sizeof info), 0);
     info.id = 5;
     EXPECT_EQ(APEventAlertDB().UpdateAlertInfo(&info), 0);
     EXPECT_EQ(APEventAlertDB().Delete(1), 1);
-    EXPECT_EQ(APEventAlertDB().GetEventAlertInfo(1, &infoBack), 0);
-    EXPECT_FALSE(APAlertDB_GetAlert(2, &back)) << "the record's alarm goes with it";
     EXPECT_EQ(APEventAlertDB().Delete(1), 0);
+    EXPECT_EQ(APEventAlertDB().GetEventAlertInfo(1, &back), 0);
+    EXPECT_FALSE(APAlertDB_GetAlert(2, &second)) << "the record's alarm goes with it";
     EXPECT_EQ(APAlertDB_DeleteAlert(1), 1);
     EXPECT_EQ(APAlertDB_DeleteAlert(1), 0);
 }

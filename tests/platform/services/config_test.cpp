@@ -22,17 +22,12 @@ protected:
 };
 
 // Every single-setting getter with the field it must read.
-struct Getter {
-    const char* name;
-    long (*get)(long*);
-    int32_t APCONFIG_CALENDAR_S::*field;
-};
-const Getter kGetters[] = {
-    {"default_view", APConfigCalendar_GetDefaultView, &APCONFIG_CALENDAR_S::defaultView},
-    {"start_weekday", APConfigCalendar_GetStartWeekDay, &APCONFIG_CALENDAR_S::startWeekDay},
-    {"start_day_time", APConfigCalendar_GetStartDayTime, &APCONFIG_CALENDAR_S::startDayTime},
-    {"keep_time", APConfigCalendar_GetKeepTime, &APCONFIG_CALENDAR_S::keepTime},
-    {"lunar", APConfigCalendar_GetLunarCalendar, &APCONFIG_CALENDAR_S::lunarCalendar},
+const std::pair<long (*)(long*), int32_t APCONFIG_CALENDAR_S::*> kGetters[] = {
+    {APConfigCalendar_GetDefaultView, &APCONFIG_CALENDAR_S::defaultView},
+    {APConfigCalendar_GetStartWeekDay, &APCONFIG_CALENDAR_S::startWeekDay},
+    {APConfigCalendar_GetStartDayTime, &APCONFIG_CALENDAR_S::startDayTime},
+    {APConfigCalendar_GetKeepTime, &APCONFIG_CALENDAR_S::keepTime},
+    {APConfigCalendar_GetLunarCalendar, &APCONFIG_CALENDAR_S::lunarCalendar},
 };
 
 TEST_F(ConfigTest, EachRecordRoundTripsWithoutDisturbingTheOthers) {
@@ -42,40 +37,33 @@ TEST_F(ConfigTest, EachRecordRoundTripsWithoutDisturbingTheOthers) {
     EXPECT_EQ(config.defaultView, 1) << "a failed read must not touch the record";
     Defaults();
     ASSERT_EQ(APConfigCalendar_Read(&config), 1);
-    const APCONFIG_CALENDAR_S defaults{11414, 11424, 8, 11457, 0, {0, 0, 0}};
+    const APCONFIG_CALENDAR_S defaults{11414, 11424, 8, 11457, 0};
     EXPECT_EQ(std::memcmp(&config, &defaults, sizeof config), 0) << "month, Sunday, 8:00, keep all";
     long format = -1;
     ASSERT_EQ(APConfigSystem_GetTimeFormat(&format), 1);
     EXPECT_NE(format, 2) << "12-hour display by default";
 
-    APCONFIG_WORLDCLOCK_S clock;
-    clock.enabled = 1;
-    clock.foreignOffsetMinutes = -300;
-    clock.foreignDaylight = 1;
+    APCONFIG_WORLDCLOCK_S clock{1, 480, 0, -300, 1};
     ASSERT_EQ(APConfigWorldClock_Write(&clock), 1);
     ASSERT_EQ(APConfigSystem_SetTimeFormat(2), 1);
     ASSERT_EQ(APConfigSystem_SetDateFormat(1), 1);
     EXPECT_EQ(APConfigSystem_SetDateFormat(3), 0) << "date formats are 0..2";
-    struct Row {
-        const char* name;
-        APCONFIG_CALENDAR_S record;
+    const std::pair<const char*, APCONFIG_CALENDAR_S> rows[] = {
+        {"week_monday_hour0_oneweek_lunar", {11415, 11425, 0, 11452, 1}},
+        {"out_of_range_values_kept_as_given", {0, -5, 99, 70000, 2}},
     };
-    const Row rows[] = {
-        {"week_monday_hour0_oneweek_lunar", {11415, 11425, 0, 11452, 1, {0, 0, 0}}},
-        {"out_of_range_values_kept_as_given", {0, -5, 99, 70000, 2, {0, 0, 0}}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        APCONFIG_CALENDAR_S written = row.record;
+    for (const auto& [name, record] : rows) {
+        SCOPED_TRACE(name);
+        APCONFIG_CALENDAR_S written = record;
         ASSERT_EQ(APConfigCalendar_Write(&written), 1);
         APCONFIG_CALENDAR_S read;
         ASSERT_EQ(APConfigCalendar_Read(&read), 1);
         EXPECT_EQ(std::memcmp(&read, &written, sizeof read), 0);
-        for (const Getter& getter : kGetters) {
+        for (const auto& [get, field] : kGetters) {
             long value = -1;
-            EXPECT_EQ(getter.get(&value) & 0xFF, 1) << getter.name;
-            EXPECT_EQ(value, written.*getter.field) << getter.name;
-            EXPECT_EQ(getter.get(nullptr), 0) << getter.name;
+            EXPECT_EQ(get(&value) & 0xFF, 1);
+            EXPECT_EQ(value, written.*field);
+            EXPECT_EQ(get(nullptr), 0);
         }
         APCONFIG_WORLDCLOCK_S clockRead;
         ASSERT_EQ(APConfigWorldClock_Read(&clockRead), 1);
@@ -121,8 +109,8 @@ TEST_F(ConfigTest, DamagedFilesAreReportedKeptAndSetAsideBeforeAWrite) {
         EXPECT_EQ(APConfigCalendar_Read(&config), 0);
         EXPECT_EQ(config.keepTime, 4242);
         long value = 77;
-        for (const Getter& getter : kGetters) {
-            EXPECT_EQ(getter.get(&value), 0) << getter.name;
+        for (const auto& getter : kGetters) {
+            EXPECT_EQ(getter.first(&value), 0);
         }
         EXPECT_EQ(APConfigSystem_GetTimeFormat(&value), 0);
         EXPECT_EQ(value, 77);

@@ -41,7 +41,11 @@ std::vector<APMonthEventNode> Month(long start, long end, bool week = false) {
                      : store.QueryMonthEventView(start, end, text));
 }
 
-// A local stamp of a day given as YYYYMMDD.
+// Days given as YYYYMMDD, and their local stamps.
+PLDate DateOf(int ymd) {
+    return PLDate(ymd / 10000, ymd / 100 % 100, ymd % 100);
+}
+
 long At(int ymd, int hour = 0, int minute = 0, int second = 0) {
     return LocalStamp(ymd / 10000, ymd / 100 % 100, ymd % 100, hour, minute, second);
 }
@@ -98,7 +102,7 @@ long RawExec(const std::string& path, const std::string& sql) {
     return value;
 }
 
-TEST_F(EventStoreTest, RecordsKeepEveryByteAcrossReopeningAndNumberFromOne) {
+TEST_F(EventStoreTest, RecordsKeepEveryByteAcrossReopeningAndIdsAreNeverReused) {
     _EventRecInfo noNul = TimedEvent("x", 100, 200);
     std::memset(noNul.subject, 'S', sizeof noNul.subject);
     std::memset(noNul.location, 'L', sizeof noNul.location);
@@ -124,87 +128,74 @@ TEST_F(EventStoreTest, RecordsKeepEveryByteAcrossReopeningAndNumberFromOne) {
         EXPECT_EQ(APEventRec().UpdateEventRec(&changed), id);
         EXPECT_TRUE(Holds(id, changed));
     }
-}
-
-TEST_F(EventStoreTest, MissingIdsFailWithoutTouchingTheRecord) {
+    // Missing ids fail and leave the caller's record alone; ids are never reused.
     APEventRec store;
-    _EventRecInfo record = TimedEvent("a", 100, 200);
-    ASSERT_EQ(store.AddEventRec(&record), 1);
     EXPECT_EQ(store.DeleteEventRec(1), 1);
-    EXPECT_EQ(store.AddEventRec(&record), 2) << "ids are never reused";
-    _EventRecInfo untouched = Filled(3);
-    const _EventRecInfo copy = untouched;
+    EXPECT_EQ(store.DeleteEventRec(1), 0);
+    EXPECT_EQ(Add(zero), 5);
+    const _EventRecInfo noise = Filled(3);
+    _EventRecInfo untouched = noise;
     EXPECT_EQ(store.GetEventRec(1, &untouched), 0);
-    EXPECT_EQ(std::memcmp(&copy, &untouched, sizeof copy), 0);
-    record.id = 77;
-    EXPECT_EQ(store.UpdateEventRec(&record), 0);
-    EXPECT_EQ(record.id, 0) << "a failed update reports itself through the id";
-    EXPECT_EQ(store.DeleteEventRec(77), 0);
+    EXPECT_EQ(std::memcmp(&untouched, &noise, sizeof noise), 0);
+    untouched.id = 77;
+    EXPECT_EQ(store.UpdateEventRec(&untouched), 0);
+    EXPECT_EQ(untouched.id, 0) << "a failed update reports itself through the id";
 }
 
-// An event as local start and end (y, m, d, h); all-day events cover start..end dates; a series
-// (kind > 0) runs until `last`.
+// An event from `start` to `end` (YYYYMMDD and hour; all-day events cover the dates); a series of
+// `kind` runs until 23:00 on `last`.
 struct WhichRow {
     const char* name;
-    int start[4];
-    int end[4];
+    int start, startHour, end, endHour;
     bool allDay;
-    int kind, b;
-    int last[3];
+    int kind, b, last;
     bool inMarch2025;
 };
 
-_EventRecInfo Make(const WhichRow& row) {
-    const int* s = row.start;
-    const int* e = row.end;
-    _EventRecInfo r = row.allDay
-                          ? AllDayEvent(row.name, s[0], s[1], s[2],
-                                        PLDate(e[0], e[1], e[2]) - PLDate(s[0], s[1], s[2]) + 1)
-                          : TimedEvent(row.name, LocalStamp(s[0], s[1], s[2], s[3]),
-                                       LocalStamp(e[0], e[1], e[2], e[3]));
-    if (row.kind != 0) {
-        MakeRepeating(r, row.kind, 1, row.b, LocalStamp(row.last[0], row.last[1], row.last[2], 23));
-    }
-    return r;
-}
-
 TEST_F(EventStoreTest, MonthQueryReturnsEveryEventThatTouchesTheRangeOnce) {
+    // clang-format off
     const WhichRow rows[] = {
-        {"inside", {2025, 3, 10, 10}, {2025, 3, 10, 11}, false, 0, 0, {}, true},
-        {"ends_at_first_midnight", {2025, 2, 28, 22}, {2025, 3, 1, 0}, false, 0, 0, {}, false},
-        {"starts_at_next_midnight", {2025, 4, 1, 0}, {2025, 4, 1, 1}, false, 0, 0, {}, false},
-        {"spans_into", {2025, 2, 27, 8}, {2025, 3, 2, 8}, false, 0, 0, {}, true},
-        {"spans_over", {2025, 2, 1, 0}, {2025, 4, 30, 0}, false, 0, 0, {}, true},
-        {"before", {2025, 2, 10, 0}, {2025, 2, 10, 1}, false, 0, 0, {}, false},
-        {"all_day_first", {2025, 3, 1}, {2025, 3, 1}, true, 0, 0, {}, true},
-        {"all_day_before", {2025, 2, 28}, {2025, 2, 28}, true, 0, 0, {}, false},
-        {"all_day_after", {2025, 4, 1}, {2025, 4, 1}, true, 0, 0, {}, false},
-        {"series_from_2024", {2024, 1, 5, 7}, {2024, 1, 5, 8}, false, 1, 0, {2030, 12, 31}, true},
-        {"series_ended", {2024, 1, 1, 7}, {2024, 1, 1, 8}, false, 2, 2, {2025, 2, 20}, false},
-        {"series_later", {2025, 4, 3, 7}, {2025, 4, 3, 8}, false, 4, 3, {2030, 12, 31}, false},
-        {"kind_3_single", {2025, 3, 20, 7}, {2025, 3, 20, 8}, false, 3, 0, {2030, 12, 31}, true},
-        {"end_before_start", {2025, 3, 15, 10}, {2025, 3, 14, 0}, false, 0, 0, {}, true},
-        {"same_start_as_inside", {2025, 3, 10, 10}, {2025, 3, 10, 12}, false, 0, 0, {}, true},
+        {"inside", 20250310, 10, 20250310, 11, false, 0, 0, 0, true},
+        {"ends_at_first_midnight", 20250228, 22, 20250301, 0, false, 0, 0, 0, false},
+        {"starts_at_next_midnight", 20250401, 0, 20250401, 1, false, 0, 0, 0, false},
+        {"spans_into", 20250227, 8, 20250302, 8, false, 0, 0, 0, true},
+        {"spans_over", 20250201, 0, 20250430, 0, false, 0, 0, 0, true},
+        {"before", 20250210, 0, 20250210, 1, false, 0, 0, 0, false},
+        {"all_day_first", 20250301, 0, 20250301, 0, true, 0, 0, 0, true},
+        {"all_day_before", 20250228, 0, 20250228, 0, true, 0, 0, 0, false},
+        {"all_day_after", 20250401, 0, 20250401, 0, true, 0, 0, 0, false},
+        {"series_from_2024", 20240105, 7, 20240105, 8, false, 1, 0, 20301231, true},
+        {"series_ended", 20240101, 7, 20240101, 8, false, 2, 2, 20250220, false},
+        {"series_later", 20250403, 7, 20250403, 8, false, 4, 3, 20301231, false},
+        {"kind_3_single", 20250320, 7, 20250320, 8, false, 3, 0, 20301231, true},
+        {"end_before_start", 20250315, 10, 20250314, 0, false, 0, 0, 0, true},
+        {"same_start_as_inside", 20250310, 10, 20250310, 12, false, 0, 0, 0, true},
     };
+    // clang-format on
     for (const char* zone : {"UTC", "America/New_York", "Asia/Tokyo"}) {
         SCOPED_TRACE(zone);
         Restart(zone);
         std::vector<std::pair<long, int>> expected;  // ascending start, ties by id
         for (const WhichRow& row : rows) {
-            const _EventRecInfo record = Make(row);
+            const PLDate first = DateOf(row.start);
+            _EventRecInfo record = row.allDay ? AllDayEvent(row.name, first.year, first.month,
+                                                            first.day, DateOf(row.end) - first + 1)
+                                              : TimedEvent(row.name, At(row.start, row.startHour),
+                                                           At(row.end, row.endHour));
+            if (row.kind != 0) {
+                MakeRepeating(record, row.kind, 1, row.b, At(row.last, 23));
+            }
             const int id = Add(record);
-            ASSERT_GT(id, 0);
             if (row.inMarch2025) {
                 expected.emplace_back(record.startStamp, id);
             }
         }
         std::sort(expected.begin(), expected.end());
-        std::vector<int> wantIds;
-        for (const auto& e : expected) {
-            wantIds.push_back(e.second);
-        }
+        std::vector<int> want;
+        std::transform(expected.begin(), expected.end(), std::back_inserter(want),
+                       [](const auto& e) { return e.second; });
         for (bool week : {false, true}) {
-            EXPECT_EQ(Ids(Month(LocalStamp(2025, 3, 1), LocalStamp(2025, 4, 1), week)), wantIds);
+            EXPECT_EQ(Ids(Month(At(20250301), At(20250401), week)), want);
         }
     }
 }
@@ -216,10 +207,6 @@ struct DayRow {
     const char* name;
     int kind, a, b, start, hour, hours, limit, day, occurrences, first, last;
 };
-
-PLDate DateOf(int ymd) {
-    return PLDate(ymd / 10000, ymd / 100 % 100, ymd % 100);
-}
 
 TEST_F(EventStoreTest, DayQueryExpandsEveryKindLikeTheMonthView) {
     const int kFar = 20301231;
@@ -313,47 +300,43 @@ TEST_F(EventStoreTest, NodesCarryWhatTheViewsPlaceAndShow) {
     const int idLonger = Add(TimedEvent("", day - 2 * 3600, day + 2 * 3600));
 
     std::map<int, APMonthEventNode> month;
-    for (const APMonthEventNode& n : Month(LocalStamp(2025, 3, 1), LocalStamp(2025, 4, 1))) {
+    for (const APMonthEventNode& n : Month(At(20250301), At(20250401))) {
         month[n.id] = n;
     }
     ASSERT_EQ(month.size(), 7u);
+    // The limit is the last occurrence's day; a midnight end is the end's day as stored (the view
+    // moves it).
     const APMonthEventNode& s = month[idSeries];
-    EXPECT_EQ(s.firstDay, PLDate(2025, 3, 3));
-    EXPECT_EQ(s.lastDay, PLDate(2025, 3, 3));
-    EXPECT_EQ(s.limitDay, PLDate(2026, 1, 13)) << "limit is the last-occurrence day";
-    EXPECT_EQ(s.endTime, PLTime(17, 30, 0));
-    EXPECT_EQ(std::make_tuple(s.recurKind, s.recurValueA, s.recurValueB),
-              std::make_tuple(4, 2, (2 << 8) | 3));
+    EXPECT_EQ(std::tie(s.firstDay, s.lastDay, s.limitDay, s.endTime, s.recurKind, s.recurValueA,
+                       s.recurValueB),
+              std::make_tuple(DateOf(20250303), DateOf(20250303), DateOf(20260113),
+                              PLTime(17, 30, 0), 4, 2, (2 << 8) | 3));
     const APMonthEventNode& m = month[idMidnight];
-    EXPECT_EQ(m.lastDay, PLDate(2025, 3, 11)) << "the end's day as stored; the view moves it";
-    EXPECT_EQ(m.limitDay, m.lastDay);
-    EXPECT_EQ(m.endTime, PLTime(0, 0, 0));
-    EXPECT_EQ(m.colour, 11550u);
-    EXPECT_EQ(month[idAllDay].allDay, 1);
-    EXPECT_EQ(month[idAllDay].lastDay, PLDate(2025, 3, 11));
-    EXPECT_TRUE(Month(LocalStamp(2025, 2, 1), LocalStamp(2025, 3, 1)).empty());
+    EXPECT_EQ(std::tie(m.lastDay, m.limitDay, m.endTime, m.colour),
+              std::make_tuple(DateOf(20250311), DateOf(20250311), PLTime(0, 0, 0), 11550u));
+    const APMonthEventNode& a = month[idAllDay];
+    EXPECT_EQ(std::tie(a.allDay, a.firstDay, a.lastDay),
+              std::make_tuple(uint8_t(1), DateOf(20250310), DateOf(20250311)));
+    EXPECT_TRUE(Month(At(20250201), At(20250301)).empty());
 
-    // The day: multi-day and all-day occurrences first, then by start time, ties by id.
-    const std::vector<APDayEventNode> nodes = Day(20250310);
-    ASSERT_EQ(Ids(nodes),
+    // The day: multi-day and all-day occurrences first, then by start time, ties by id; the first
+    // icon is the alarm, the second the repeat; the subject is cut to 600 bytes and terminated.
+    const std::vector<APDayEventNode> d = Day(20250310);
+    ASSERT_EQ(Ids(d),
               (std::vector<int>{idLonger, idAllDay, idMorning, idSame, idMidnight, idAfternoon}));
-    EXPECT_EQ(nodes[0].subject[0], '\0');
-    EXPECT_STREQ(nodes[1].subject, "all day");
-    EXPECT_EQ(nodes[1].allDay, 1);
-    EXPECT_EQ(nodes[1].alarmIcon, 1) << "first icon: alarm";
-    EXPECT_EQ(nodes[1].repeatIcon, 0);
-    EXPECT_EQ(nodes[2].repeatIcon, 1) << "second icon: repeats";
-    EXPECT_EQ(nodes[2].alarmIcon, 0);
-    EXPECT_EQ(strlen(nodes[3].subject), 600u) << "subject cut to 600 bytes and terminated";
-    EXPECT_EQ(nodes[4].lastDay, PLDate(2025, 3, 10)) << "an end at midnight ends the day before";
+    EXPECT_EQ(
+        std::make_tuple(std::string(d[0].subject), std::string(d[1].subject), strlen(d[3].subject)),
+        std::make_tuple(std::string(), std::string("all day"), size_t(600)));
+    EXPECT_EQ(std::make_tuple(d[1].allDay, d[1].alarmIcon, d[1].repeatIcon, d[2].alarmIcon,
+                              d[2].repeatIcon),
+              std::make_tuple(1, 1, 0, 0, 1));
+    EXPECT_EQ(d[4].lastDay, DateOf(20250310)) << "an end at midnight ends the day before";
 }
 
 // An event with an alert record and a daemon alarm, as the save path leaves it.
 struct AlarmedEvent {
-    int eventId;
-    int alertId;
-    int daemonId;
-    // Each of the three records is there (or none of them).
+    int eventId, alertId, daemonId;
+    // Whether each of the three records is there (or none of them).
     bool Exists(bool present) const {
         _EventRecInfo record;
         _EventAlertInfo info{};
@@ -365,23 +348,14 @@ struct AlarmedEvent {
 };
 
 AlarmedEvent AddAlarmed(long start, long last) {
-    AP_ALERT_CONTEXT context;
-    std::memset(&context, 0, sizeof context);
-    context.alertTime = int32_t(start - 300);
+    AP_ALERT_CONTEXT context{0, int32_t(start - 300)};
     APAlertDB_MakeDailyRecur(&context, context.alertTime, 1, 0xFFFFF, last);
-    const int daemonId = APAlertDB_AddAlert(&context);
-    _EventAlertInfo info{};
-    info.daemonId = daemonId;
-    info.enabled = 1;
-    info.eventTime = int32_t(start);
-    info.leadAmount = 5;
-    info.leadUnit = 1;
-    const int alertId = APEventAlertDB().Add(&info);
+    _EventAlertInfo info{0, APAlertDB_AddAlert(&context), 1, {}, int32_t(start), 5, 1};
     _EventRecInfo record = TimedEvent("alarmed", start, start + 3600);
     MakeRepeating(record, 1, 1, 0, last);
     record.alarm = 1;
-    record.alertInfoId = alertId;
-    return {Add(record), alertId, daemonId};
+    record.alertInfoId = APEventAlertDB().Add(&info);
+    return {Add(record), info.id, info.daemonId};
 }
 
 TEST_F(EventStoreTest, DeletingAnEventRemovesItsAlertAndAlarmInOneTransaction) {
@@ -413,15 +387,10 @@ TEST_F(EventStoreTest, DeletingAnEventRemovesItsAlertAndAlarmInOneTransaction) {
 }
 
 TEST_F(EventStoreTest, AlarmsOfAnOlderRootMoveIntoTheStore) {
-    AP_ALERT_CONTEXT context;
-    std::memset(&context, 0, sizeof context);
-    context.alertTime = 1234;
-    std::strcpy(context.rule, "FREQ=DAILY;INTERVAL=1;COUNT=2");
-    std::string blob;
+    AP_ALERT_CONTEXT context{7, 1234, "FREQ=DAILY;INTERVAL=1;COUNT=2"};
+    char blob[2 * sizeof context + 1];
     for (size_t i = 0; i < sizeof context; ++i) {
-        static const char kHex[] = "0123456789ABCDEF";
-        const uint8_t byte = reinterpret_cast<const uint8_t*>(&context)[i];
-        blob += {kHex[byte >> 4], kHex[byte & 15]};
+        std::snprintf(blob + 2 * i, 3, "%02X", reinterpret_cast<const uint8_t*>(&context)[i]);
     }
     for (bool readable : {true, false}) {
         SCOPED_TRACE(readable ? "old_alarm_file" : "garbage");
@@ -434,26 +403,21 @@ TEST_F(EventStoreTest, AlarmsOfAnOlderRootMoveIntoTheStore) {
                     "owner TEXT, rule TEXT, context BLOB);"
                     "CREATE TABLE daemon_state(key TEXT PRIMARY KEY, value INTEGER);"
                     "INSERT INTO daemon_state VALUES('generation', 3);"
-                    "INSERT INTO alarms VALUES(7, 1234, '5', '" +
+                    "INSERT INTO alarms VALUES(7, 1234, '', '" +
                         std::string(context.rule) + "', X'" + blob + "');");
         } else {
             WriteFile(legacy, std::string(3000, '\x7f'));
         }
         const std::string bytes = ReadFile(legacy);
-
         AP_ALERT_CONTEXT back;
         EXPECT_EQ(APAlertDB_GetAlert(7, &back), readable);
-        if (readable) {
-            AP_ALERT_CONTEXT moved = context;
-            moved.alertId = 7;
-            EXPECT_EQ(std::memcmp(&back, &moved, sizeof back), 0);
-            EXPECT_EQ(APAlertDB_GetGeneration(), 3);
-        }
+        EXPECT_TRUE(!readable || std::memcmp(&back, &context, sizeof back) == 0);
+        EXPECT_EQ(APAlertDB_GetGeneration(), readable ? 3 : 0);
         EXPECT_FALSE(std::filesystem::exists(legacy));
         const std::string kept = ReadFile(legacy + (readable ? ".migrated" : ".unreadable"));
         EXPECT_TRUE(readable ? !kept.empty() : kept == bytes) << "the old file is kept";
-        EXPECT_EQ(APAlertDB_AddAlert(&context), readable ? 8 : 1)
-            << "new alarms number after the moved ones";
+        AP_ALERT_CONTEXT next{};
+        EXPECT_EQ(APAlertDB_AddAlert(&next), readable ? 8 : 1) << "numbered after the moved ones";
     }
 }
 
@@ -513,33 +477,25 @@ TEST_F(EventStoreTest, DamagedStoreIsSetAsideAndANewOneMade) {
 
 TEST_F(EventStoreTest, FullDiskFailsTheWriteAndKeepsTheStore) {
     std::map<int, _EventRecInfo> expected;
-    for (int day = 1; day <= 20; ++day) {
-        const _EventRecInfo record = TimedEvent("before the quota", LocalStamp(2025, 3, day, 9),
-                                                LocalStamp(2025, 3, day, 10));
-        expected[Add(record)] = record;
-    }
-    APDatabase::SetPageQuota(RawExec(HostPath(kAPEventStoreDevicePath), "PRAGMA page_count") + 2);
-    std::mt19937 random(11);
     bool failed = false;
-    for (int i = 0; i < 40 && !failed; ++i) {
-        _EventRecInfo record =
-            TimedEvent("", LocalStamp(2025, 4, 1, 9), LocalStamp(2025, 4, 1, 10));
-        for (char& c : record.notes) {
-            c = char('a' + random() % 26);
+    for (uint32_t i = 0; i < 60 && !failed; ++i) {
+        if (i == 20) {
+            APDatabase::SetPageQuota(
+                RawExec(HostPath(kAPEventStoreDevicePath), "PRAGMA page_count") + 2);
         }
-        record.notes[600] = 0;
+        const _EventRecInfo record = Filled(i);
         const int id = Add(record);
         failed = id <= 0;
         if (!failed) {
             expected[id] = record;
         }
     }
-    EXPECT_TRUE(failed) << "a write past the quota fails";
+    EXPECT_TRUE(failed && expected.size() >= 20) << "a write past the quota fails";
     APDatabase::SetPageQuota(0);
     APDatabase::ForgetChecks();
     EXPECT_EQ(APEventRec().ListEventIds(0, 0).size(), expected.size());
     for (const auto& [id, want] : expected) {
-        EXPECT_TRUE(Holds(id, want));
+        EXPECT_TRUE(Holds(id, want)) << id;
     }
 }
 

@@ -102,3 +102,11 @@ std::string ReadFile(const std::string& path) {
 void WriteFile(const std::string& path, const std::string& data) {
     std::ofstream(path, std::ios::binary | std::ios::trunc) << data;
 }
+
+void PrintTo(const PLDate& date, std::ostream* out) {
+    *out << date.year << "-" << int(date.month) << "-" << int(date.day);
+}
+
+void PrintTo(const PLTime& time, std::ostream* out) {
+    *out << int(time.hour) << ":" << int(time.minute) << ":" << int(time.second);
+}

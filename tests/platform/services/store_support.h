@@ -7,6 +7,8 @@
 #include <string>
 
 #include "APEventRecords.h"
+#include "PLDate.h"
+#include "PLTime.h"
 
 // Gives each test a fresh device root and TZ, and removes the root afterwards.
 class StoreRootTest : public ::testing::Test {
@@ -43,3 +45,7 @@ std::string Stored(const char* field);
 // Whole files on the host ("" when missing).
 std::string ReadFile(const std::string& path);
 void WriteFile(const std::string& path, const std::string& data);
+
+// Readable dates and times in failure messages.
+void PrintTo(const PLDate& date, std::ostream* out);
+void PrintTo(const PLTime& time, std::ostream* out);

@@ -1,0 +1,95 @@
+// The services the running application reaches through its context: texts by id (the visible
+// marker for gaps, reported once per id) and registration for messages addressed to it.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "APGetStr.h"
+#include "APLaunch.h"
+#include "PLAppContext.h"
+#include "PLEventDispatcher.h"
+#include "PLListener.h"
+#include "PLMessage.h"
+#include "PLPMEClient.h"
+#include "PLResourceFileManager.h"
+#include "store_support.h"
+
+namespace {
+
+class AppContextTest : public StoreRootTest {
+protected:
+    void TearDown() override {
+        PLAppContext::ResetInstance();
+        StoreRootTest::TearDown();
+    }
+};
+
+TEST_F(AppContextTest, TextsOrAVisibleMarkerReportedOnce) {
+    PLResourceFileWriter writer;
+    writer.AddText(10032, "Month");
+    writer.AddText(30592, "Su");
+    std::string error;
+    ASSERT_TRUE(writer.Write(Root() + "/texts.rsc", error)) << error;
+    auto manager = new PLResourceFileManager(10003, true);
+    ASSERT_TRUE(manager->LoadFromFile(Root() + "/texts.rsc", false)) << manager->GetLastError();
+    PLAppContext::GetInstance()->AddResourceManager(manager, true);
+    const std::pair<uint32_t, const char*> rows[] = {
+        {10032, "Month"}, {30592, "Su"}, {10042, "#10042"}, {0, "#0"}, {4294967295u, "#4294967295"},
+    };
+    ::testing::internal::CaptureStderr();
+    for (int pass = 0; pass < 2; ++pass) {
+        for (const auto& [id, expected] : rows) {
+            EXPECT_EQ(APGetStr(id).str(), expected) << id;
+        }
+    }
+    const std::string output = ::testing::internal::GetCapturedStderr();
+    const size_t first = output.find("10042");
+    ASSERT_NE(first, std::string::npos) << output;
+    EXPECT_EQ(output.find("10042", first + 1), std::string::npos) << output;
+    EXPECT_EQ(output.find("10032"), std::string::npos) << output;
+    PLAppContext::ResetInstance();
+    EXPECT_EQ(APGetStr(10032).str(), "#10032") << "no resources registered";
+}
+
+TEST_F(AppContextTest, MessagesReachTheApplicationOnlyWhenAddressedToIt) {
+    struct : PLListener {
+        void Listen(PLMessage* message) override { ids.push_back(message->GetMessageID()); }
+        std::vector<uint32_t> ids;
+    } app;
+    struct Row {
+        const char* name;
+        const char* appName;
+        int registrations;
+        const char* recipient;
+        size_t heard;
+        bool resetAfterRegistering = false;
+    };
+    const Row rows[] = {
+        {"addressed by recipient", "com.example.app", 1, "com.example.app", 1},
+        {"registered twice still once", "com.example.app", 2, "com.example.app", 1},
+        {"another application's message", "com.example.app", 1, "com.example.other", 0},
+        {"not registered", "com.example.app", 0, "com.example.app", 0},
+        {"no application name", "", 1, "com.example.app", 0},
+        {"context reset ends the registration", "com.example.app", 1, "com.example.app", 0, true},
+    };
+    PLEventDispatcher& dispatcher = PLAppContext::GetInstance()->GetEventDispatcher();
+    dispatcher.AddListener(&app);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        app.ids.clear();
+        PLAppContext::ResetInstance();
+        PLAppContext::GetInstance()->SetApplicationName(row.appName);
+        for (int i = 0; i < row.registrations; ++i) {
+            RegisterForIPC_APLaunchAppMsg();
+        }
+        if (row.resetAfterRegistering) {
+            PLAppContext::ResetInstance();
+        }
+        PLMessage message(5005, kPLWildcard, kPLWildcard, row.recipient, "calendar-ctl");
+        PLPMEClient::GetInstance()->BroadcastMessage(&message);
+        EXPECT_EQ(app.ids.size(), row.heard);
+    }
+    dispatcher.RemoveListener(&app);
+}
+
+}  // namespace
