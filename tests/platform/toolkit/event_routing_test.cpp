@@ -1,9 +1,8 @@
 // The event loop: pen routing by hit, tracking and pen-down pane; keys to the target and then the
-// application; main and nested loops; timers on the pinned clock; posted work.
+// application; main and nested loops; timers on the pinned clock.
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <thread>
 
 #include "PLApplication.h"
 #include "PLClock.h"
@@ -42,14 +41,11 @@ class PenRoutingTest : public GuiTest {
 public:
     void Build() {
         ClearRoot();
-        back = new RecordingPane("back", &log, 1, {0, 0}, {100, 100});
-        front = new RecordingPane("front", &log, 2, {50, 50}, {100, 100});
-        auto* locked = new RecordingPane("locked", &log, 4, {200, 0}, {50, 50});
-        root->AddSubPane(back, false);
-        root->AddSubPane(front, false);
-        front->AddSubPane(new RecordingPane("child", &log, 3, {10, 10}, {20, 20}), false);
-        root->AddSubPane(locked, false);
-        locked->AddSubPane(new RecordingPane("inLocked", &log, 5, {5, 5}, {20, 20}), false);
+        back = Add(root.get(), Recording("back", 1, {0, 0}, {100, 100}));
+        front = Add(root.get(), Recording("front", 2, {50, 50}, {100, 100}));
+        Add(front, Recording("child", 3, {10, 10}, {20, 20}));
+        RecordingPane* locked = Add(root.get(), Recording("locked", 4, {200, 0}, {50, 50}));
+        Add(locked, Recording("inLocked", 5, {5, 5}, {20, 20}));
         locked->SetEnabled(false, false);
     }
     RecordingPane* back = nullptr;
@@ -115,8 +111,7 @@ TEST_F(PenRoutingTest, PenGoesToTheTopmostHitThenToThePenDownOrTrackingPane) {
 TEST_F(GuiTest, KeysGoToTheTargetThenToTheApplicationAndEndLoops) {
     RecordingApp app(&log);
     PLAppContext::GetInstance()->SetApplication(&app);
-    auto* view = new RecordingPane("view", &log, 1, {0, 0}, {10, 10});
-    root->AddSubPane(view, false);
+    RecordingPane* view = Add(root.get(), Recording("view", 1, {0, 0}, {10, 10}));
     // clang-format off
     struct Row { const char* name; bool hasTarget, targetHandles; std::vector<std::string> expected; };
     const std::vector<Row> rows = {
@@ -197,15 +192,6 @@ TEST_F(GuiTest, TimersFireFromTheIdleWorkWhenThePinnedClockReachesThem) {
     }
     EXPECT_EQ(Loop().NextTimerDeadline(), -1);
     PLClock::Unpin();
-
-    // Work posted from another thread runs once, on the idle work.
-    int ran = 0;
-    std::thread poster([&] { Loop().Post([&] { ++ran; }); });
-    poster.join();
-    EXPECT_EQ(ran, 0);
-    Loop().ProcessIdle();
-    Loop().ProcessIdle();
-    EXPECT_EQ(ran, 1);
 }
 
 }  // namespace

@@ -101,6 +101,15 @@ public:
     static uint32_t ScreenPixel(int x, int y) {
         return Screen().GetFramebuffer().GetPixel(x, y) & 0x00FFFFFF;
     }
+    // Adds `pane` to `parent` without painting and hands it back.
+    template <typename Pane>
+    static Pane* Add(PLPane* parent, Pane* pane) {
+        parent->AddSubPane(pane, false);
+        return pane;
+    }
+    RecordingPane* Recording(const char* name, uint32_t id, PLPoint at, PLSize size) {
+        return new RecordingPane(name, &log, id, at, size);
+    }
     // Deletes every pane on the root and repaints the screen white.
     void ClearRoot() {
         while (!root->GetSubPanes().empty()) {

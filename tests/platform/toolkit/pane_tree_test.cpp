@@ -11,8 +11,8 @@ namespace {
 // Notes its own destruction by name, so that tests can see who deleted what and when.
 class MortalPane : public PLView {
 public:
-    MortalPane(std::string name, std::set<std::string>* dead, uint32_t id = 1)
-        : PLView(id, {0, 0}, {10, 10}), mName(std::move(name)), mDead(dead) {}
+    MortalPane(std::string name, std::set<std::string>* dead)
+        : PLView(1, {0, 0}, {10, 10}), mName(std::move(name)), mDead(dead) {}
     ~MortalPane() override { mDead->insert(mName); }
 
 private:
@@ -28,23 +28,18 @@ protected:
 
 TEST_F(PaneTreeTest, FindPaneSearchesThisPaneFirstThenDepthFirstInZOrder) {
     // root(0) ── a(5) ── a1(7) ── a11(9)
-    //        │        └─ a2(9)
+    //        │        └─ a2(9) ── a21(5)
     //        └─ b(7) ── b1(11)
-    auto add = [this](PLPane* parent, const char* name, uint32_t id) {
-        auto* pane = new MortalPane(name, &dead, id);
-        parent->AddSubPane(pane, false);
-        return pane;
-    };
-    PLPane* a = add(root.get(), "a", 5);
-    PLPane* b = add(root.get(), "b", 7);
-    PLPane* a1 = add(a, "a1", 7);
-    PLPane* a11 = add(a1, "a11", 9);
-    add(a, "a2", 9);
-    PLPane* b1 = add(b, "b1", 11);
+    PLPane* a = Add(root.get(), new PLView(5, {0, 0}, {10, 10}));
+    PLPane* b = Add(root.get(), new PLView(7, {0, 0}, {10, 10}));
+    PLPane* a1 = Add(a, new PLView(7, {0, 0}, {10, 10}));
+    PLPane* a11 = Add(a1, new PLView(9, {0, 0}, {10, 10}));
+    Add(Add(a, new PLView(9, {0, 0}, {10, 10})), new PLView(5, {0, 0}, {10, 10}));
+    PLPane* b1 = Add(b, new PLView(11, {0, 0}, {10, 10}));
     // clang-format off
     struct Row { const char* name; PLPane* from; uint32_t id; PLPane* expected; };
     const Row rows[] = {
-        {"own id answers itself", a, 5, a},
+        {"own id before a sub-pane's", a, 5, a},
         {"first in z-order wins over a later sibling", root.get(), 7, a1},
         {"deeper match before a later sibling's", root.get(), 9, a11},
         {"found in the second subtree", root.get(), 11, b1},
@@ -59,13 +54,9 @@ TEST_F(PaneTreeTest, FindPaneSearchesThisPaneFirstThenDepthFirstInZOrder) {
 }
 
 TEST_F(PaneTreeTest, SubPanesMoveInsertAndComeBackToTheirCaller) {
-    auto* first = new MortalPane("first", &dead);
-    auto* second = new MortalPane("second", &dead);
-    auto* child = new MortalPane("child", &dead);
-    root->AddSubPane(first, false);
-    root->AddSubPane(second, false);
-    first->AddSubPane(child, false);
-
+    auto* first = Add(root.get(), new MortalPane("first", &dead));
+    auto* second = Add(root.get(), new MortalPane("second", &dead));
+    auto* child = Add(first, new MortalPane("child", &dead));
     second->AddSubPane(child, false);  // a pane that has a parent is moved
     EXPECT_EQ(child->GetParent(), second);
     EXPECT_TRUE(first->GetSubPanes().empty());
@@ -91,21 +82,19 @@ TEST_F(PaneTreeTest, SubPanesMoveInsertAndComeBackToTheirCaller) {
 }
 
 TEST_F(PaneTreeTest, CloseDetachesAtOnceAndDestroysOnlyAtTheNextIdleMoment) {
-    struct Row {
-        const char* name;
-        bool destroy;
-        bool ownerDeletesFirst;  // the owner changed its mind and deleted it at once
-    };
+    // clang-format off
+    // `ownerDeletesFirst`: the owner changed its mind and deleted it at once.
+    struct Row { const char* name; bool destroy, ownerDeletesFirst; };
     const Row rows[] = {
         {"close and destroy", true, false},
         {"close only", false, false},
         {"close and destroy, then deleted by its owner: once only", true, true},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         dead.clear();
-        auto* dialog = new MortalPane("dialog", &dead);
-        root->AddSubPane(dialog, false);
+        auto* dialog = Add(root.get(), new MortalPane("dialog", &dead));
         Loop().SetTarget(dialog);
         dialog->StartTracking();
         dialog->Close(row.destroy, false);
@@ -137,11 +126,9 @@ TEST_F(PaneTreeTest, ScreenGeometryFollowsLocationsAndScrollOffsets) {
     // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        auto* container = new PLView(1, {40, 20}, {100, 100});
-        root->AddSubPane(container, false);
+        PLView* container = Add(root.get(), new PLView(1, {40, 20}, {100, 100}));
         container->SetScrollOffset({30, 5}, false);
-        auto* child = new PLView(2, row.childAt, row.childSize);
-        container->AddSubPane(child, false);
+        PLView* child = Add(container, new PLView(2, row.childAt, row.childSize));
         EXPECT_EQ(child->GetScreenRect(), row.screen);
         EXPECT_EQ(child->GetVisibleScreenRect(), row.visible);
         const PLPoint local{3, 4};

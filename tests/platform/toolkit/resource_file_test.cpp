@@ -1,18 +1,27 @@
-// Resource files: writer and loader agree, and every kind of damaged file is refused cleanly.
+// Resources: the resource file writer and loader agree and refuse every kind of damaged file, PNG
+// files load in every colour type and refuse damage, the resource compiler turns good sources into
+// a file and refuses bad ones with file and line, and the compiled calendar.rsc fits its controls.
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <functional>
+#include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "PLBitmap.h"
 #include "PLBitmapFamily.h"
+#include "PLFont.h"
 #include "PLResourceFileManager.h"
 #include "PLTypes.h"
 #include "toolkit_support.h"
 
 namespace {
+
+using Bytes = std::vector<uint8_t>;
 
 // A 3x2 bitmap whose every pixel differs, alpha included.
 PLBitmap SampleBitmap() {
@@ -31,6 +40,10 @@ PLResourceFileWriter SampleWriter() {
     return writer;
 }
 
+namespace fs = std::filesystem;
+
+// A scratch device root with files, a resource manager, and the PNG loader and resource compiler
+// run on files there.
 class ResourceFileTest : public ::testing::Test {
 protected:
     std::string PathOf(const std::string& name) const { return mRoot.Path() + "/" + name; }
@@ -47,6 +60,47 @@ protected:
         PLBasicString<char> text("<none>");
         manager.GetText(id, text);
         return text.str();
+    }
+    // Loads the PNG `name`, which must succeed, into an owned bitmap of the expected size.
+    std::unique_ptr<PLBitmap> Load(const std::string& name, int width, int height) {
+        PLBitmap* loaded = nullptr;
+        std::string error;
+        EXPECT_TRUE(PLBitmap::LoadPNG(PathOf(name), loaded, error)) << error;
+        std::unique_ptr<PLBitmap> owner(loaded);
+        if (owner && (owner->GetWidth() != width || owner->GetHeight() != height)) {
+            ADD_FAILURE() << "loaded " << owner->GetWidth() << "x" << owner->GetHeight();
+            owner.reset();
+        }
+        return owner;
+    }
+    // Runs the compiler; returns its exit status (-1 when it did not exit) and its output.
+    int Run(const std::string& arguments, std::string& output) {
+        FILE* pipe = popen((CAL_BINARY_DIR "/bin/rsc " + arguments + " 2>&1").c_str(), "r");
+        if (pipe == nullptr) {
+            return -1;
+        }
+        char buffer[512];
+        while (size_t n = fread(buffer, 1, sizeof buffer, pipe)) {
+            output.append(buffer, n);
+        }
+        const int status = pclose(pipe);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    // Replaces the compiler's sources with `files` (name under src/ -> contents; "@png" is a real
+    // 2x1 PNG) and compiles them into out.rsc.
+    int Compile(const std::map<std::string, std::string>& files, std::string& output) {
+        fs::remove_all(PathOf("src"));
+        fs::create_directories(PathOf("src/bitmaps"));
+        for (const auto& [name, contents] : files) {
+            const std::string path = PathOf("src/" + name);
+            std::string error;
+            if (contents != "@png") {
+                std::ofstream(path, std::ios::binary) << contents;
+            } else if (!PLBitmap(2, 1, {0xFF0066FF, 0x80CC0000}).SavePNG(path, error)) {
+                ADD_FAILURE() << error;
+            }
+        }
+        return Run(PathOf("src") + " " + PathOf("out.rsc"), output);
     }
 
     ScratchRoot mRoot;  // also the device root
@@ -150,8 +204,6 @@ TEST(ResourceWriter, RefusesWhatTheLoaderWouldRefuse) {
 
 // ---- damaged files: the sample file patched word by word ----
 
-using Bytes = std::vector<uint8_t>;
-
 uint32_t Get32(const Bytes& bytes, size_t at) {
     return uint32_t(bytes[at]) | uint32_t(bytes[at + 1]) << 8 | uint32_t(bytes[at + 2]) << 16 |
            uint32_t(bytes[at + 3]) << 24;
@@ -239,6 +291,302 @@ TEST_F(ResourceFileTest, EveryTruncationAndEverySingleByteFlipIsRefused) {
         PLResourceFileManager fresh(1, true);
         EXPECT_FALSE(fresh.LoadFromFile(PathOf("cut.rsc"), false)) << "length " << at;
         EXPECT_FALSE(fresh.LoadFromFile(PathOf("flip.rsc"), false)) << "byte " << at;
+    }
+}
+
+// ---- PNG files ----
+
+void PutBigEndian(Bytes& out, uint32_t v) {
+    for (int shift = 24; shift >= 0; shift -= 8) {
+        out.push_back(uint8_t(v >> shift));
+    }
+}
+
+void Chunk(Bytes& out, const char* type, const Bytes& data) {
+    PutBigEndian(out, uint32_t(data.size()));
+    Bytes typed(type, type + 4);
+    typed.insert(typed.end(), data.begin(), data.end());
+    out.insert(out.end(), typed.begin(), typed.end());
+    PutBigEndian(out, PLResourceFileManager::Checksum(typed.data(), typed.size()));
+}
+
+// A PNG written by hand: the scanlines (each with its filter byte 0) go into one stored, that is
+// uncompressed, deflate block, so no compressor is needed to make test files.
+Bytes MakePng(uint32_t width, uint32_t height, uint8_t depth, uint8_t colorType,
+              const Bytes& scanlines, const Bytes& palette = {}, const Bytes& transparency = {}) {
+    Bytes out = {0x89, 'P', 'N', 'G', 0x0D, 0x0A, 0x1A, 0x0A};
+    Bytes header;
+    PutBigEndian(header, width);
+    PutBigEndian(header, height);
+    header.insert(header.end(), {depth, colorType, 0, 0, 0});
+    Chunk(out, "IHDR", header);
+    if (!palette.empty()) {
+        Chunk(out, "PLTE", palette);
+    }
+    if (!transparency.empty()) {
+        Chunk(out, "tRNS", transparency);
+    }
+    const uint16_t size = uint16_t(scanlines.size());
+    Bytes zlib = {0x78, 0x01, 0x01, uint8_t(size), uint8_t(size >> 8)};
+    zlib.insert(zlib.end(), {uint8_t(~size), uint8_t(~size >> 8)});
+    zlib.insert(zlib.end(), scanlines.begin(), scanlines.end());
+    uint32_t a = 1, b = 0;
+    for (uint8_t byte : scanlines) {
+        a = (a + byte) % 65521;
+        b = (b + a) % 65521;
+    }
+    PutBigEndian(zlib, (b << 16) | a);
+    Chunk(out, "IDAT", zlib);
+    Chunk(out, "IEND", {});
+    return out;
+}
+
+using BitmapPngTest = ResourceFileTest;
+
+TEST_F(BitmapPngTest, SavedBitmapReadsBackPixelForPixelAndAFailedSaveLeavesTheOldFile) {
+    std::vector<uint32_t> pixels;
+    for (uint32_t i = 0; i < 240 * 320; ++i) {
+        // Every alpha, including 0 and 255, with colours that differ per pixel.
+        pixels.push_back((i * 37) << 24 | ((i * 7919) & 0xFFFFFF));
+    }
+    std::string error;
+    ASSERT_TRUE(PLBitmap(240, 320, pixels).SavePNG(PathOf("keep.png"), error)) << error;
+    EXPECT_FALSE(PLBitmap(0, 0).SavePNG(PathOf("keep.png"), error));
+    EXPECT_FALSE(PLBitmap(1, 1).SavePNG(PathOf("no/such/dir/x.png"), error));
+    auto loaded = Load("keep.png", 240, 320);
+    ASSERT_NE(loaded, nullptr);
+    EXPECT_TRUE(std::equal(pixels.begin(), pixels.end(), loaded->Pixels()));
+}
+
+TEST_F(BitmapPngTest, EveryColourTypeIsReadAsArgb) {
+    struct Row {
+        const char* name;
+        Bytes png;
+        uint32_t left, right;  // the two pixels of a 2 x 1 image
+    };
+    // clang-format off
+    const std::vector<Row> rows = {
+        {"grey 8-bit", MakePng(2, 1, 8, 0, {0, 0x00, 0x80}), 0xFF000000, 0xFF808080},
+        {"grey with alpha", MakePng(2, 1, 8, 4, {0, 0x40, 0x00, 0xFF, 0x7F}), 0x00404040, 0x7FFFFFFF},
+        {"grey 1-bit", MakePng(2, 1, 1, 0, {0, 0x80}), 0xFFFFFFFF, 0xFF000000},
+        {"RGB 8-bit", MakePng(2, 1, 8, 2, {0, 1, 2, 3, 250, 251, 252}), 0xFF010203, 0xFFFAFBFC},
+        {"RGB 16-bit keeps the high bytes",
+         MakePng(2, 1, 16, 2, {0, 0x12, 0, 0x34, 0, 0x56, 0, 0xAB, 0, 0xCD, 0, 0xEF, 0}), 0xFF123456, 0xFFABCDEF},
+        {"RGBA", MakePng(2, 1, 8, 6, {0, 9, 8, 7, 0, 1, 2, 3, 200}), 0x00090807, 0xC8010203},
+        {"palette with transparency",
+         MakePng(2, 1, 8, 3, {0, 1, 0}, {10, 20, 30, 40, 50, 60}, {0x80}), 0xFF28323C, 0x800A141E},
+    };
+    // clang-format on
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        WriteBytes(PathOf("typed.png"), row.png);
+        auto loaded = Load("typed.png", 2, 1);
+        ASSERT_NE(loaded, nullptr);
+        EXPECT_EQ(loaded->GetPixel(0, 0), row.left);
+        EXPECT_EQ(loaded->GetPixel(1, 0), row.right);
+    }
+}
+
+TEST_F(BitmapPngTest, DamagedFilesAreRefusedWithAMessage) {
+    const Bytes good = MakePng(2, 1, 8, 2, {0, 1, 2, 3, 4, 5, 6});
+    auto damaged = [&good](size_t at, uint8_t value) {
+        Bytes copy = good;
+        copy[at] = value;
+        return copy;
+    };
+    const size_t idatData = 8 + 25 + 8 + 2;  // signature, IHDR chunk, IDAT length+type, zlib header
+    // clang-format off
+    struct Row { const char* name; Bytes bytes; bool write; };
+    const std::vector<Row> rows = {
+        {"missing file", {}, false},
+        {"empty file", {}, true},
+        {"not a PNG", Bytes{'G', 'I', 'F', '8', '9', 'a', 0, 0, 0, 0}, true},
+        {"cut after the signature", Bytes(good.begin(), good.begin() + 8), true},
+        {"cut inside the image data", Bytes(good.begin(), good.begin() + 50), true},
+        {"header checksum wrong", damaged(8 + 8 + 13, 0x00), true},
+        {"image data checksum wrong", damaged(idatData + 3, 0x77), true},
+        {"width of zero", MakePng(0, 1, 8, 2, {0}), true},
+        {"gigantic size", MakePng(100000, 100000, 8, 2, {0, 1, 2, 3}), true},
+        {"impossible bit depth", MakePng(2, 1, 7, 2, {0, 1, 2, 3, 4, 5, 6}), true},
+        {"palette image without a palette", MakePng(2, 1, 8, 3, {0, 0, 1}), true},
+    };
+    // clang-format on
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::string path = PathOf(row.write ? "bad.png" : "absent.png");
+        if (row.write) {
+            WriteBytes(path, row.bytes);
+        }
+        PLBitmap stale(1, 1);
+        PLBitmap* loaded = &stale;  // a failed load must not leave an old pointer behind
+        std::string error;
+        EXPECT_FALSE(PLBitmap::LoadPNG(path, loaded, error));
+        EXPECT_EQ(loaded, nullptr);
+        EXPECT_NE(error.find(path), std::string::npos) << "the message names the file: " << error;
+    }
+}
+
+// ---- the resource compiler, run as the build runs it ----
+
+using ResourceCompilerTest = ResourceFileTest;
+
+TEST_F(ResourceCompilerTest, CompilesTextsBitmapsAndFamilies) {
+    std::string output;
+    ASSERT_EQ(
+        Compile({{"texts.txt", "# comment\n\n10032 Month\r\n10942 two\\nlines\\s\n11 a\\\\b \\t\n"},
+                 {"bitmaps/10130.png", "@png"},
+                 {"families.txt", "30371 10130 0 10130\n"},
+                 {"required-ids.txt", "text 10032 10942\nbitm 10130\nbitf 30371\n"}},
+                output),
+        0)
+        << output;
+    PLResourceFileManager manager(1, true);
+    ASSERT_TRUE(manager.LoadFromFile(PathOf("out.rsc"), false)) << manager.GetLastError();
+    const std::pair<uint32_t, const char*> texts[] = {
+        {10032, "Month"}, {10942, "two\nlines "}, {11, "a\\b \t"}};
+    for (const auto& [id, expected] : texts) {
+        PLBasicString<char> text;
+        EXPECT_TRUE(manager.GetText(id, text));
+        EXPECT_EQ(text.str(), expected);
+    }
+    auto bitmap =
+        static_cast<const PLBitmap*>(manager.GetResource(kPLResBitmap, 10130, kPLWildcard));
+    ASSERT_NE(bitmap, nullptr);
+    EXPECT_EQ(bitmap->GetPixel(0, 0), 0xFF0066FFu);
+    EXPECT_EQ(bitmap->GetPixel(1, 0) >> 24, 0x80u);
+    EXPECT_NE(manager.GetResource(kPLResBitmapFamily, 30371, kPLWildcard), nullptr);
+
+    // Command-line mistakes are usage errors.
+    for (const char* arguments : {"", "only-one-argument", "--required", "--bogus a b", "a b c"}) {
+        SCOPED_TRACE(arguments);
+        output.clear();
+        EXPECT_EQ(Run(arguments, output), 2) << output;
+        EXPECT_NE(output.find("usage"), std::string::npos);
+    }
+}
+
+TEST_F(ResourceCompilerTest, RefusesBadSourcesWithFileAndLine) {
+    const std::pair<std::string, std::string> text = {"texts.txt", "1 a\n"},
+                                              png = {"bitmaps/7.png", "@png"};
+    // clang-format off
+    struct Row {
+        const char* name;
+        std::map<std::string, std::string> files;
+        const char* message;  // expected in the output
+    } rows[] = {
+        {"id without text", {{"texts.txt", "1 ok\n10032\n"}}, "texts.txt:2:"},
+        {"id not a number", {{"texts.txt", "# c\nabc Month\n"}}, "texts.txt:2:"},
+        {"id zero", {{"texts.txt", "0 Zero\n"}}, "texts.txt:1:"},
+        {"id too large", {{"texts.txt", "4294967296 Big\n"}}, "texts.txt:1:"},
+        {"duplicate text", {{"texts.txt", "5 a\n\n5 b\n"}}, "texts.txt:3: text 5 is already defined"},
+        {"bad escape", {{"texts.txt", "5 a\\qb\n"}}, "unknown escape"},
+        {"trailing backslash", {{"texts.txt", "5 ab\\\n"}}, "backslash ends"},
+        {"invalid UTF-8", {{"texts.txt", "5 \xC3(\n"}}, "UTF-8"},
+        {"missing texts.txt", {}, "texts.txt: cannot be read"},
+        {"unreadable PNG", {text, {"bitmaps/7.png", "not a png"}}, "7.png: unreadable PNG"},
+        {"PNG not named by id", {text, {"bitmaps/bell.png", "@png"}}, "named by its id"},
+        {"family names missing bitmap", {text, png, {"families.txt", "# f\n9 7 8\n"}}, "families.txt:2: family 9 names bitmap 8"},
+        {"family without bitmaps", {text, {"families.txt", "9\n"}}, "families.txt:1:"},
+        {"family with zero normal", {text, png, {"families.txt", "9 0 7\n"}}, "normal bitmap"},
+        {"duplicate family", {text, png, {"families.txt", "9 7\n9 7\n"}}, "families.txt:2: family 9 is already defined"},
+        {"required text missing", {text, {"required-ids.txt", "text 1\ntext 1 10032\n"}}, "required-ids.txt:2: text 10032 is required"},
+        {"required bitmap missing", {text, {"required-ids.txt", "bitm 1\n"}}, "bitm 1 is required"},
+        {"required family missing", {text, {"required-ids.txt", "bitf 1\n"}}, "bitf 1 is required"},
+        {"required unknown type", {text, {"required-ids.txt", "font 1\n"}}, "required-ids.txt:1: 'font'"},
+    };
+    // clang-format on
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        fs::remove(PathOf("out.rsc"));
+        std::string output;
+        EXPECT_EQ(Compile(row.files, output), 1) << output;
+        EXPECT_NE(output.find(row.message), std::string::npos) << output;
+        EXPECT_FALSE(fs::exists(PathOf("out.rsc"))) << "nothing is written for bad sources";
+    }
+}
+
+// ---- the compiled calendar.rsc: that it holds every required id, the compiler checks ----
+
+class CalendarResourceTest : public ResourceFileTest {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(manager.LoadFromFile(CAL_BINARY_DIR "/share/calendar.rsc", false))
+            << manager.GetLastError() << " (build the calendar_rsc target)";
+    }
+};
+
+TEST_F(CalendarResourceTest, BitmapsAndButtonFamiliesHaveTheSizesTheirViewsUse) {
+    // A family's normal and pressed bitmaps both have the size, and pressing must show.
+    // clang-format off
+    struct Row { const char* name; uint32_t type, id; int minWidth, maxWidth, minHeight, maxHeight; };
+    const uint32_t kBitmap = kPLResBitmap, kFamily = kPLResBitmapFamily;
+    const Row rows[] = {
+        {"month weekday band", kBitmap, 10280, 1, 1, 29, 29},
+        {"week name strip, pressed", kBitmap, 10290, 1, 1, 24, 24},
+        {"week name strip", kBitmap, 10300, 1, 1, 24, 24},
+        {"week number strip, pressed", kBitmap, 10310, 1, 1, 21, 21},
+        {"week number strip", kBitmap, 10320, 1, 1, 21, 21},
+        {"lunar strip", kBitmap, 10340, 1, 1, 30, 30},
+        {"alarm icon", kBitmap, 10130, 12, 24, 12, 24},
+        {"repeat icon", kBitmap, 10240, 12, 24, 12, 24},
+        {"day button pressed", kBitmap, 10370, 20, 28, 20, 30},
+        {"day button", kBitmap, 10380, 20, 28, 20, 30},
+        {"error icon", kBitmap, 32050, 24, 32, 24, 32},
+        {"info icon", kBitmap, 32060, 24, 32, 24, 32},
+        {"question icon", kBitmap, 32130, 24, 32, 24, 32},
+        {"warning icon", kBitmap, 32180, 24, 32, 24, 32},
+        {"hour label", kFamily, 10091, 42, 42, 24, 24},
+        {"centre bar button", kFamily, 30371, 154, 154, 36, 36},
+        {"centre popup button", kFamily, 30391, 154, 154, 36, 36},
+        {"side button", kFamily, 30401, 43, 43, 36, 36},
+    };
+    // clang-format on
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const void* resource = manager.GetResource(row.type, row.id, kPLWildcard);
+        ASSERT_NE(resource, nullptr);
+        std::vector<const PLBitmap*> bitmaps = {static_cast<const PLBitmap*>(resource)};
+        if (row.type == kFamily) {
+            auto family = static_cast<const PLBitmapFamily*>(resource);
+            bitmaps = {family->GetBitmap(kPLBitmapNormal), family->GetBitmap(kPLBitmapPressed)};
+            ASSERT_NE(bitmaps[1], nullptr);
+            const int x = row.minWidth / 2, y = row.minHeight / 2;
+            EXPECT_NE(bitmaps[0]->GetPixel(x, y), bitmaps[1]->GetPixel(x, y)) << "pressing shows";
+        }
+        for (const PLBitmap* bitmap : bitmaps) {
+            EXPECT_GE(bitmap->GetWidth(), row.minWidth);
+            EXPECT_LE(bitmap->GetWidth(), row.maxWidth);
+            EXPECT_GE(bitmap->GetHeight(), row.minHeight);
+            EXPECT_LE(bitmap->GetHeight(), row.maxHeight);
+        }
+    }
+}
+
+TEST_F(CalendarResourceTest, TextsFitTheirControls) {
+    // The widths a control leaves for its text at 16 pixels: cells and buttons less a small
+    // margin, radio labels less the radio mark, choices less their arrow.
+    // clang-format off
+    struct Row { const char* name; std::vector<uint32_t> ids; int maxWidth; };
+    const Row rows[] = {
+        {"short weekday names in 26-px buttons", {30532, 30542, 30552, 30562, 30572, 30582, 30592}, 26},
+        {"labels of 70-px radios", {10502, 10652}, 50},
+        {"labels of 90- and 105-px radios", {10572, 10592}, 70},
+        {"80-px labels", {10582}, 80},
+        {"80-px week-of-month choice", {10602, 10612, 10622, 10632, 10642}, 64},
+        {"102-px weekday choice", {30462, 30472, 30482, 30492, 30502, 30512, 30522}, 86},
+        {"152-px month choice", {30602, 30612, 30622, 30632, 30642, 30652, 30662, 30672, 30682, 30692, 30702, 30712}, 136},
+        {"centre buttons", {30092, 30102, 11022, 30122, 10032, 10042, 10052}, 140},
+        {"chooser rows of 120 px", {10452, 10462, 10472, 10482, 10492}, 120},
+    };
+    // clang-format on
+    for (const Row& row : rows) {
+        for (uint32_t id : row.ids) {
+            SCOPED_TRACE(std::string(row.name) + ": " + std::to_string(id));
+            PLBasicString<char> text;
+            ASSERT_TRUE(manager.GetText(id, text) && text.Length() > 0);
+            EXPECT_LE(PLFont::GetFont(PLFourCC("UC16"))->MeasureText(text.str()), row.maxWidth)
+                << text.str();
+        }
     }
 }
 

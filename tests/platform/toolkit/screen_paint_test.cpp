@@ -31,11 +31,6 @@ public:
 
 class ScreenPaintTest : public GuiTest {
 public:
-    template <typename Pane>
-    Pane* Add(PLPane* parent, Pane* pane) {
-        parent->AddSubPane(pane, false);
-        return pane;
-    }
     RecordingPane* Red(PLPoint at, PLSize size) {
         return new RecordingPane("red", &log, 1, at, size, PLRGBColor(255, 0, 0));
     }
