@@ -1,11 +1,11 @@
 // Device set-up on a temporary root with a temporary install layout named by CAL_INSTALL_DIR
 // (calendar-ctl's tests cover the layout found beside the program): program files are copied and
 // refreshed, data is never touched, and an unusable root or install layout is a clear failure.
-#include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <tuple>
 
 #include "APConfig.h"
 #include "APDeviceSetup.h"
@@ -44,8 +44,12 @@ protected:
     std::string mSaved;
 };
 
+// The platform's resource file is refreshed like the calendar's, but a build without it still
+// populates a device (the widgets have built-in texts) and keeps the copy the device has.
 TEST_F(DeviceSetupTest, PopulatesARootThenRefreshesProgramFilesAndKeepsData) {
+    const std::string platform = HostPath("/usr/share/platform/platform.rsc");
     Populate();
+    EXPECT_FALSE(std::filesystem::exists(platform));
     EXPECT_EQ(ReadFile(HostPath("/root/resource/calendar.rsc")), "resources v1");
     EXPECT_EQ(ReadFile(HostPath("/usr/lib/libVtShare_shareui.so")), "library v1");
     EXPECT_TRUE(std::filesystem::is_directory(HostPath("/tmp/")));
@@ -56,26 +60,26 @@ TEST_F(DeviceSetupTest, PopulatesARootThenRefreshesProgramFilesAndKeepsData) {
     WriteFile(HostPath("/var/lib/calendar/events.db"), "user events");
     WriteFile(HostPath("/tmp/17.vcs"), "an export");
     WriteFile(mInstall + "/share/calendar.rsc", "resources v2");
+    WriteFile(mInstall + "/share/platform.rsc", "platform v1");
 
     Populate();
+    EXPECT_EQ(ReadFile(platform), "platform v1");
     EXPECT_EQ(ReadFile(HostPath("/root/resource/calendar.rsc")), "resources v2");
     EXPECT_EQ(ReadFile(HostPath(kAPConfigDevicePath)), settings);
     EXPECT_EQ(ReadFile(HostPath("/var/lib/calendar/events.db")), "user events");
     EXPECT_EQ(ReadFile(HostPath("/tmp/17.vcs")), "an export");
     // A damaged settings file is left for the user to see, not replaced with defaults.
     WriteFile(HostPath(kAPConfigDevicePath), "damaged");
+    std::filesystem::remove(mInstall + "/share/platform.rsc");
     Populate();
     EXPECT_EQ(ReadFile(HostPath(kAPConfigDevicePath)), "damaged");
+    EXPECT_EQ(ReadFile(platform), "platform v1");
 }
 
+// An unusable root or install layout is named; a missing program file still lets the rest (the
+// other files and the default settings) be set up.
 TEST_F(DeviceSetupTest, FailuresSayWhatIsWrong) {
-    struct Row {
-        const char* name;
-        std::function<void()> arrange;
-        const char* says;
-        bool restSetUp;  // the other files and the default settings are still written
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::function<void()>, const char*, bool> rows[] = {
         {"root_below_a_file",
          [&] {
              WriteFile(Root() + "/plain-file", "x");
@@ -89,44 +93,17 @@ TEST_F(DeviceSetupTest, FailuresSayWhatIsWrong) {
          },
          "calendar.rsc", true},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        row.arrange();
+    for (const auto& [name, arrange, says, restSetUp] : rows) {
+        SCOPED_TRACE(name);
+        arrange();
         std::string error;
         EXPECT_FALSE(APDeviceSetup_Populate(error));
-        EXPECT_NE(error.find(row.says), std::string::npos) << error;
-        if (row.restSetUp) {
-            APCONFIG_CALENDAR_S config;
-            EXPECT_EQ(APConfigCalendar_Read(&config), 1);
-            EXPECT_EQ(ReadFile(HostPath("/usr/lib/libVtShare_shareui.so")), "library v1");
-        }
+        EXPECT_NE(error.find(says), std::string::npos) << error;
+        APCONFIG_CALENDAR_S config;
+        EXPECT_EQ(APConfigCalendar_Read(&config), restSetUp ? 1 : 0);
+        EXPECT_EQ(ReadFile(HostPath("/usr/lib/libVtShare_shareui.so")),
+                  restSetUp ? "library v1" : "");
         PLDeviceRoot::SetRoot(Root());
-    }
-}
-
-// The platform's resource file is refreshed like the calendar's, but a build without it still
-// populates a device: the widgets have built-in texts.
-TEST_F(DeviceSetupTest, PlatformResourcesAreRefreshedWhenBuiltAndOptionalOtherwise) {
-    struct Row {
-        const char* name;
-        const char* installed;  // null: the install layout lacks the file
-        const char* onDevice;   // null: the device has no such file afterwards
-    };
-    const Row rows[] = {
-        {"not_built", nullptr, nullptr},
-        {"built", "platform v1", "platform v1"},
-        {"removed_from_the_build_keeps_the_device_copy", nullptr, "platform v1"},
-    };
-    const std::string target = HostPath("/usr/share/platform/platform.rsc");
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        std::filesystem::remove(mInstall + "/share/platform.rsc");
-        if (row.installed != nullptr) {
-            WriteFile(mInstall + "/share/platform.rsc", row.installed);
-        }
-        Populate();
-        EXPECT_EQ(std::filesystem::exists(target), row.onDevice != nullptr);
-        EXPECT_EQ(ReadFile(target), row.onDevice ? row.onDevice : "");
     }
 }
 

@@ -41,15 +41,6 @@ std::vector<APMonthEventNode> Month(long start, long end, bool week = false) {
                      : store.QueryMonthEventView(start, end, text));
 }
 
-// Days given as YYYYMMDD, and their local stamps.
-PLDate DateOf(int ymd) {
-    return PLDate(ymd / 10000, ymd / 100 % 100, ymd % 100);
-}
-
-long At(int ymd, int hour = 0, int minute = 0, int second = 0) {
-    return LocalStamp(ymd / 10000, ymd / 100 % 100, ymd % 100, hour, minute, second);
-}
-
 std::vector<APDayEventNode> Day(int ymd) {
     APEventRec store;
     PLBasicString<char> text;
@@ -107,7 +98,7 @@ TEST_F(EventStoreTest, RecordsKeepEveryByteAcrossReopeningAndIdsAreNeverReused) 
     std::memset(noNul.subject, 'S', sizeof noNul.subject);
     std::memset(noNul.location, 'L', sizeof noNul.location);
     std::memset(noNul.notes, 0xE4, sizeof noNul.notes);
-    _EventRecInfo impossible = TimedEvent("", LocalStamp(2025, 3, 10, 9), LocalStamp(2025, 3, 9));
+    _EventRecInfo impossible = TimedEvent("", At(20250310, 9), At(20250309));
     MakeRepeating(impossible, 3, 0, (45 << 8) | 13, -5, 0);
     impossible.colour = 99;
     impossible.classChoice = 0xFFFFFFFF;
@@ -177,11 +168,10 @@ TEST_F(EventStoreTest, MonthQueryReturnsEveryEventThatTouchesTheRangeOnce) {
         Restart(zone);
         std::vector<std::pair<long, int>> expected;  // ascending start, ties by id
         for (const WhichRow& row : rows) {
-            const PLDate first = DateOf(row.start);
-            _EventRecInfo record = row.allDay ? AllDayEvent(row.name, first.year, first.month,
-                                                            first.day, DateOf(row.end) - first + 1)
-                                              : TimedEvent(row.name, At(row.start, row.startHour),
-                                                           At(row.end, row.endHour));
+            _EventRecInfo record =
+                row.allDay
+                    ? AllDayEvent(row.name, row.start, DateOf(row.end) - DateOf(row.start) + 1)
+                    : TimedEvent(row.name, At(row.start, row.startHour), At(row.end, row.endHour));
             if (row.kind != 0) {
                 MakeRepeating(record, row.kind, 1, row.b, At(row.last, 23));
             }
@@ -269,7 +259,7 @@ TEST_F(EventStoreTest, DayQueryExpandsEveryKindLikeTheMonthView) {
     for (const char* zone : {"Pacific/Auckland", "America/Los_Angeles"}) {
         SCOPED_TRACE(zone);
         Restart(zone);
-        ASSERT_EQ(Add(AllDayEvent("ad", 2025, 3, 10, 2)), 1);
+        ASSERT_EQ(Add(AllDayEvent("ad", 20250310, 2)), 1);
         for (int day = 9; day <= 12; ++day) {
             const std::vector<APDayEventNode> nodes = Day(20250300 + day);
             ASSERT_EQ(nodes.size(), day == 10 || day == 11 ? 1u : 0u) << day;
@@ -282,16 +272,15 @@ TEST_F(EventStoreTest, DayQueryExpandsEveryKindLikeTheMonthView) {
 }
 
 TEST_F(EventStoreTest, NodesCarryWhatTheViewsPlaceAndShow) {
-    const long day = LocalStamp(2025, 3, 10);
-    _EventRecInfo midnight = TimedEvent("m", day + 10 * 3600, LocalStamp(2025, 3, 11));
+    const long day = At(20250310);
+    _EventRecInfo midnight = TimedEvent("m", day + 10 * 3600, At(20250311));
     midnight.colour = 11550;
-    _EventRecInfo series =
-        TimedEvent("s", LocalStamp(2025, 3, 3, 9), LocalStamp(2025, 3, 3, 17, 30));
-    MakeRepeating(series, 4, 2, (2 << 8) | 3, LocalStamp(2026, 1, 13, 9), 6);
-    _EventRecInfo allDay = AllDayEvent("all day", 2025, 3, 10, 2);
+    _EventRecInfo series = TimedEvent("s", At(20250303, 9), At(20250303, 17, 30));
+    MakeRepeating(series, 4, 2, (2 << 8) | 3, At(20260113, 9), 6);
+    _EventRecInfo allDay = AllDayEvent("all day", 20250310, 2);
     allDay.alarm = 1;
     _EventRecInfo morning = TimedEvent("morning", day + 9 * 3600, day + 10 * 3600);
-    MakeRepeating(morning, 1, 1, 0, LocalStamp(2030, 12, 31, 9));
+    MakeRepeating(morning, 1, 1, 0, At(20301231, 9));
     _EventRecInfo sameTime = TimedEvent("", day + 9 * 3600, day + 11 * 3600);
     std::memset(sameTime.subject, 'x', sizeof sameTime.subject);  // no NUL at all
     const int idMidnight = Add(midnight), idSeries = Add(series), idAllDay = Add(allDay);
@@ -363,7 +352,7 @@ TEST_F(EventStoreTest, DeletingAnEventRemovesItsAlertAndAlarmInOneTransaction) {
     for (const char* refusing : {"alarms", "alerts", "events"}) {
         SCOPED_TRACE(refusing);
         Restart();
-        const AlarmedEvent event = AddAlarmed(LocalStamp(2025, 3, 11, 9), LocalStamp(2026, 1, 1));
+        const AlarmedEvent event = AddAlarmed(At(20250311, 9), At(20260101));
         ASSERT_GT(event.daemonId, 0);
         RawExec(HostPath(kAPEventStoreDevicePath),
                 std::string("CREATE TRIGGER refuse BEFORE DELETE ON ") + refusing +
@@ -372,8 +361,8 @@ TEST_F(EventStoreTest, DeletingAnEventRemovesItsAlertAndAlarmInOneTransaction) {
         EXPECT_TRUE(event.Exists(true));
     }
     Restart();
-    const AlarmedEvent kept = AddAlarmed(LocalStamp(2025, 3, 10, 9), LocalStamp(2026, 1, 1, 9));
-    const AlarmedEvent gone = AddAlarmed(LocalStamp(2025, 3, 11, 9), LocalStamp(2026, 1, 1, 9));
+    const AlarmedEvent kept = AddAlarmed(At(20250310, 9), At(20260101, 9));
+    const AlarmedEvent gone = AddAlarmed(At(20250311, 9), At(20260101, 9));
     EXPECT_EQ(APEventRec().DeleteEventRec(gone.eventId), 1);
     EXPECT_TRUE(gone.Exists(false));
     EXPECT_TRUE(kept.Exists(true));
@@ -422,15 +411,12 @@ TEST_F(EventStoreTest, AlarmsOfAnOlderRootMoveIntoTheStore) {
 }
 
 TEST_F(EventStoreTest, PurgeRemovesFinishedEventsWithTheirAlarms) {
-    const AlarmedEvent oldSeries = AddAlarmed(LocalStamp(2024, 1, 1, 9), LocalStamp(2024, 6, 1, 9));
-    const AlarmedEvent liveSeries =
-        AddAlarmed(LocalStamp(2024, 1, 1, 9), LocalStamp(2026, 6, 1, 9));
-    const int oldSingle =
-        Add(TimedEvent("old", LocalStamp(2024, 12, 1), LocalStamp(2024, 12, 1, 1)));
-    const _EventRecInfo edge =
-        TimedEvent("edge", LocalStamp(2024, 12, 31, 23), LocalStamp(2025, 1, 1));
+    const AlarmedEvent oldSeries = AddAlarmed(At(20240101, 9), At(20240601, 9));
+    const AlarmedEvent liveSeries = AddAlarmed(At(20240101, 9), At(20260601, 9));
+    const int oldSingle = Add(TimedEvent("old", At(20241201), At(20241201, 1)));
+    const _EventRecInfo edge = TimedEvent("edge", At(20241231, 23), At(20250101));
     const int boundary = Add(edge);
-    EXPECT_EQ(APEventRec().DeleteFinshedEventRec(LocalStamp(2025, 1, 1)), 2);
+    EXPECT_EQ(APEventRec().DeleteFinshedEventRec(At(20250101)), 2);
     EXPECT_TRUE(oldSeries.Exists(false));
     _EventRecInfo unused;
     EXPECT_EQ(APEventRec().GetEventRec(oldSingle, &unused), 0);
@@ -452,7 +438,7 @@ TEST_F(EventStoreTest, DamagedStoreIsSetAsideAndANewOneMade) {
         for (int i = 0; i < 40; ++i) {
             ASSERT_GT(Add(Filled(uint32_t(i))), 0);
         }
-        AddAlarmed(LocalStamp(2025, 3, 10, 9), LocalStamp(2026, 1, 1, 9));
+        AddAlarmed(At(20250310, 9), At(20260101, 9));
         // Fold the write-ahead log into the file so that the damage hits the real data.
         RawExec(host, "PRAGMA wal_checkpoint(TRUNCATE)");
         const std::string damaged = damage(ReadFile(host));

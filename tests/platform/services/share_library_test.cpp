@@ -2,7 +2,6 @@
 // event source that taps the buttons or presses keys, files saved into the device's outbox and
 // never over one saved before.
 #include <dlfcn.h>
-#include <gtest/gtest.h>
 
 #include <deque>
 #include <filesystem>
@@ -38,22 +37,15 @@ private:
 // Screen points of the sheet's two buttons (the sheet sits below the 45-pixel status area).
 constexpr int kSaveX = 120, kCancelX = 218, kBarY = 45 + 239 + 18;
 
-// Pen taps at (x, y) pairs, or a key press for a single value.
+// Pen taps at (x, y), then a key press when `key` is given.
 std::deque<PLEvent> Script(std::initializer_list<std::pair<int, int>> taps, int key = -1) {
     std::deque<PLEvent> events;
     for (const auto& [x, y] : taps) {
-        PLEvent down;
-        down.kind = PLEvent::Kind::PenDown;
-        down.point = PLPoint{int16_t(y), int16_t(x)};
-        PLEvent up = down;
-        up.kind = PLEvent::Kind::PenUp;
-        events.insert(events.end(), {down, up});
+        const PLPoint at{int16_t(y), int16_t(x)};
+        events.insert(events.end(), {{PLEvent::Kind::PenDown, at}, {PLEvent::Kind::PenUp, at}});
     }
     if (key >= 0) {
-        PLEvent press;
-        press.kind = PLEvent::Kind::Key;
-        press.key = uint8_t(key);
-        events.push_back(press);
+        events.push_back({PLEvent::Kind::Key, {}, uint8_t(key)});
     }
     return events;
 }

@@ -48,14 +48,18 @@ std::string StoreRootTest::HostPath(const std::string& devicePath) const {
     return PLDeviceRoot::Resolve(devicePath);
 }
 
-long LocalStamp(int y, int m, int d, int hour, int minute, int second) {
-    const PLDate date(y, m, d);
+PLDate DateOf(int ymd) {
+    return PLDate(ymd / 10000, ymd / 100 % 100, ymd % 100);
+}
+
+long At(int ymd, int hour, int minute, int second) {
+    const PLDate date = DateOf(ymd);
     const PLTime time(hour, minute, second);
     return PLDate2TimeStamp(&date, &time);
 }
 
-long UtcStamp(int y, int m, int d, int hour, int minute, int second) {
-    const PLDate date(y, m, d);
+long UtcAt(int ymd, int hour, int minute, int second) {
+    const PLDate date = DateOf(ymd);
     const PLTime time(hour, minute, second);
     return PLDateUTC2TimeStamp(&date, &time);
 }
@@ -72,9 +76,9 @@ _EventRecInfo TimedEvent(const char* subject, long start, long end) {
     return record;
 }
 
-_EventRecInfo AllDayEvent(const char* subject, int y, int m, int d, int days) {
-    _EventRecInfo record =
-        TimedEvent(subject, UtcStamp(y, m, d), UtcStamp(y, m, d + days - 1, 23, 59, 59));
+_EventRecInfo AllDayEvent(const char* subject, int ymd, int days) {
+    const long start = UtcAt(ymd);
+    _EventRecInfo record = TimedEvent(subject, start, start + days * 86400L - 1);
     record.allDay = 1;
     return record;
 }

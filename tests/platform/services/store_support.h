@@ -28,15 +28,16 @@ private:
     std::string mSavedZone;
 };
 
-// Local stamp of a date and time.
-long LocalStamp(int y, int m, int d, int hour = 0, int minute = 0, int second = 0);
-// UTC stamp (the coding of all-day events).
-long UtcStamp(int y, int m, int d, int hour = 0, int minute = 0, int second = 0);
+// Dates are written YYYYMMDD. The local stamp of a date and time, and the UTC one (the coding of
+// all-day events).
+PLDate DateOf(int ymd);
+long At(int ymd, int hour = 0, int minute = 0, int second = 0);
+long UtcAt(int ymd, int hour = 0, int minute = 0, int second = 0);
 
 // A timed, non-repeating event with a subject.
 _EventRecInfo TimedEvent(const char* subject, long start, long end);
 // An all-day event over the given dates, coded as UTC like the form does.
-_EventRecInfo AllDayEvent(const char* subject, int y, int m, int d, int days = 1);
+_EventRecInfo AllDayEvent(const char* subject, int ymd, int days = 1);
 // Turns an event into a repeating one.
 void MakeRepeating(_EventRecInfo& record, int kind, int a, int b, long last, int c = 0xFFFFF);
 // A text field as stored: up to its size, without the padding.

@@ -1,7 +1,6 @@
 // Calendar files: every export follows the file rules, reads back with libical's independent
 // vCalendar reader and imports back field for field; malformed or unholdable input is reported by
 // line without stopping the other events.
-#include <gtest/gtest.h>
 #include <libical/ical.h>
 #include <libical/vcc.h>
 extern "C" {
@@ -24,14 +23,12 @@ constexpr int kNoEnd = 0xFFFFF;
 struct ExportCase {
     std::string name;
     _EventRecInfo record;
-    long lead = 0;       // alarm lead in seconds, when the record has an alarm
-    int leadAmount = 0;  // that lead as the alert record keeps it (unit 1 minutes .. 3 days)
-    int leadUnit = 0;
-    std::string dtstart;  // as libical prints it
-    std::string dtend;
-    std::string rule;   // vCalendar 1.0 RRULE text, empty for none
-    std::string alarm;  // the alarm's run time in UTC, empty for none
+    std::string dtstart, dtend;  // as libical prints them
+    std::string rule;            // vCalendar 1.0 RRULE text, empty for none
+    std::string alarm;           // the alarm's run time in UTC, empty for none
     std::string category = "PERSONAL";
+    long lead = 0;  // alarm lead in seconds, and as the alert record keeps it (1 minutes .. 3 days)
+    int leadAmount = 0, leadUnit = 0;
     bool countedRule = false;  // the rule ends after a count
 };
 
@@ -41,14 +38,8 @@ void SetText(char* field, const std::string& text) {
 }
 
 ExportCase Timed(const std::string& name, const char* subject) {
-    ExportCase c{name,
-                 TimedEvent(subject, UtcStamp(2026, 3, 15, 9), UtcStamp(2026, 3, 15, 10, 30)),
-                 0,
-                 0,
-                 0,
-                 "20260315T090000Z",
-                 "20260315T103000Z"};
-    return c;
+    return {name, TimedEvent(subject, UtcAt(20260315, 9), UtcAt(20260315, 10, 30)),
+            "20260315T090000Z", "20260315T103000Z"};
 }
 
 ExportCase Repeating(const std::string& name, int kind, int a, int b, int count, long last,
@@ -64,42 +55,44 @@ ExportCase Repeating(const std::string& name, int kind, int a, int b, int count,
 // text. Built for TZ=UTC.
 std::vector<ExportCase> ExportCases() {
     std::vector<ExportCase> cases;
-    const long limit = LocalStamp(2030, 12, 31, 23, 59, 59);
+    const long limit = At(20301231, 23, 59, 59);
     // A lead of 90 minutes stays in minutes; a day's lead is kept in days.
-    ExportCase plain = Timed("timed_single_business_alarm_90_minutes", "Dentist");
+    ExportCase plain{"timed_single_business_alarm_90_minutes",
+                     TimedEvent("Dentist", UtcAt(20260315, 9), UtcAt(20260315, 10, 30)),
+                     "20260315T090000Z",
+                     "20260315T103000Z",
+                     "",
+                     "20260315T073000Z",
+                     "BUSINESS",
+                     5400,
+                     90,
+                     1};
     SetText(plain.record.location, "Main Street 4");
     SetText(plain.record.notes, "Bring the card");
     plain.record.classChoice = 11560;
-    plain.record.alarm = 1;
-    plain.lead = 5400;
-    plain.leadAmount = 90;
-    plain.leadUnit = 1;
-    plain.alarm = "20260315T073000Z";
-    plain.category = "BUSINESS";
-    cases.push_back(plain);
     ExportCase allDay{"all_day_two_days_holiday_alarm_a_day_before",
-                      AllDayEvent("Spring break", 2026, 3, 15, 2),
-                      86400,
-                      1,
-                      3,
+                      AllDayEvent("Spring break", 20260315, 2),
                       "20260315T000000",
                       "20260316T235900",
                       "",
                       "20260314T000000Z",
-                      "HOLIDAY"};
+                      "HOLIDAY",
+                      86400,
+                      1,
+                      3};
     allDay.record.classChoice = 11562;
-    allDay.record.alarm = 1;
-    cases.push_back(allDay);
+    plain.record.alarm = allDay.record.alarm = 1;
+    cases.insert(cases.end(), {plain, allDay});
     // clang-format off
     cases.push_back(Repeating("daily_every_2_count_10", 1, 2, 0, 10, limit, "D2 #10"));
-    cases.push_back(Repeating("daily_until_date", 1, 1, 0, 0, LocalStamp(2026, 4, 1, 23, 59, 59), "D1 20260401T235959"));
+    cases.push_back(Repeating("daily_until_date", 1, 1, 0, 0, At(20260401, 23, 59, 59), "D1 20260401T235959"));
     cases.push_back(Repeating("working_days_no_end", 1, 1, 1, kNoEnd, limit, "W1 MO TU WE TH FR #0"));
     cases.push_back(Repeating("weekly_mon_wed_fri_until", 2, 1, 0x2A, -1, limit, "W1 MO WE FR 20301231T235959"));
     cases.push_back(Repeating("weekly_every_3_sunday_saturday_count", 2, 3, 0x41, 4, limit, "W3 SU SA #4"));
     cases.push_back(Repeating("monthly_day_15_no_end", 4, 1, 15, kNoEnd, limit, "MD1 15 #0"));
     cases.push_back(Repeating("monthly_second_tuesday_no_end", 4, 1, 2 * 256 + 3, kNoEnd, limit, "MP1 2+ TU #0"));
     cases.push_back(Repeating("monthly_last_sunday_every_2_count", 4, 2, 5 * 256 + 1, 3, limit, "MP2 1- SU #3"));
-    cases.push_back(Repeating("monthly_day_until", 4, 1, 15, -1, LocalStamp(2027, 1, 15, 23, 59, 59), "MD1 15 20270115T235959"));
+    cases.push_back(Repeating("monthly_day_until", 4, 1, 15, -1, At(20270115, 23, 59, 59), "MD1 15 20270115T235959"));
     cases.push_back(Repeating("yearly_march_15_no_end", 8, 3, 15, kNoEnd, limit, "YM1 3 #0"));
     cases.push_back(Repeating("yearly_third_sunday_of_march_count", 8, 3, 3 * 256 + 1, 5, limit, "MP12 3+ SU #5"));
     // clang-format on
@@ -184,8 +177,7 @@ TEST_F(VCalendarTest, ExportsFollowTheFileRulesReadBackAndImportFieldForField) {
         // Byte for byte, but for a counted series: it comes with the series limit, for the caller
         // to cut.
         _EventRecInfo want = c.record;
-        want.lastStamp =
-            int32_t(c.countedRule ? LocalStamp(2030, 12, 31, 23, 59, 59) : want.lastStamp);
+        want.lastStamp = int32_t(c.countedRule ? At(20301231, 23, 59, 59) : want.lastStamp);
         EXPECT_EQ(std::memcmp(events[0].record.get(), &want, sizeof want), 0) << "record differs";
         EXPECT_EQ(events[0].hasAlarm, c.record.alarm != 0);
         EXPECT_EQ(std::make_tuple(events[0].leadSeconds, events[0].leadAmount, events[0].leadUnit),
@@ -281,16 +273,15 @@ TEST_F(VCalendarTest, GoodEventsAroundABadOneAreReadWhole) {
     ASSERT_TRUE(events[0].record && events[2].record) << events[0].error << events[2].error;
     // Floating times are local; a bare date is an all-day event; the overlong subject is cut.
     const _EventRecInfo& r = *events[0].record;
-    EXPECT_EQ(
-        std::make_tuple(Stored(r.location), Stored(r.notes), r.classChoice, Stored(r.subject),
-                        r.startStamp, int(r.allDay)),
-        std::make_tuple(std::string("M\xC3\xBCnchen Hbf"), std::string("first second"), 11562u,
-                        std::string(600, 'a'), int32_t(LocalStamp(2026, 3, 15, 9)), 0));
+    EXPECT_EQ(std::make_tuple(Stored(r.location), Stored(r.notes), r.classChoice, Stored(r.subject),
+                              r.startStamp, int(r.allDay)),
+              std::make_tuple(std::string("M\xC3\xBCnchen Hbf"), std::string("first second"),
+                              11562u, std::string(600, 'a'), int32_t(At(20260315, 9)), 0));
     EXPECT_NE(events[0].warning.find("SUMMARY"), std::string::npos);
     EXPECT_EQ(events[1].record, nullptr);
     EXPECT_EQ(events[1].line, 14) << "file lines, folds counted";
     EXPECT_EQ(std::make_tuple(int(events[2].record->allDay), events[2].record->startStamp),
-              std::make_tuple(1, int32_t(UtcStamp(2026, 3, 17))));
+              std::make_tuple(1, int32_t(UtcAt(20260317))));
 }
 
 TEST_F(VCalendarTest, ICalendarEventsThroughLibical) {
@@ -310,11 +301,10 @@ TEST_F(VCalendarTest, ICalendarEventsThroughLibical) {
               std::make_tuple(4, 2 * 256 + 3, 5, 900L, 3));
     // DTEND dates are exclusive; an UNTIL date ends the series at its end.
     const _EventRecInfo& trip = *events[1].record;
-    EXPECT_EQ(
-        std::make_tuple(int(trip.allDay), trip.startStamp, trip.endStamp, trip.recurKind,
-                        trip.recurValueA, trip.recurValueB, trip.recurValueC, trip.lastStamp),
-        std::make_tuple(1, int32_t(UtcStamp(2026, 4, 1)), int32_t(UtcStamp(2026, 4, 3, 23, 59, 59)),
-                        8, 4, 1, -1, int32_t(LocalStamp(2028, 4, 1, 23, 59, 59))));
+    EXPECT_EQ(std::make_tuple(int(trip.allDay), trip.startStamp, trip.endStamp, trip.recurKind,
+                              trip.recurValueA, trip.recurValueB, trip.recurValueC, trip.lastStamp),
+              std::make_tuple(1, int32_t(UtcAt(20260401)), int32_t(UtcAt(20260403, 23, 59, 59)), 8,
+                              4, 1, -1, int32_t(At(20280401, 23, 59, 59))));
 }
 
 TEST_F(VCalendarTest, ImpossibleRecordsStillGiveAReadableFile) {
@@ -331,8 +321,8 @@ TEST_F(VCalendarTest, ImpossibleRecordsStillGiveAReadableFile) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        _EventRecInfo record = TimedEvent("odd", UtcStamp(2026, 1, 1, 8), UtcStamp(2026, 1, 1, 9));
-        MakeRepeating(record, row.kind, row.a, row.b, UtcStamp(2026, 6, 1));
+        _EventRecInfo record = TimedEvent("odd", UtcAt(20260101, 8), UtcAt(20260101, 9));
+        MakeRepeating(record, row.kind, row.a, row.b, UtcAt(20260601));
         std::memset(record.notes, 'n', sizeof record.notes);  // no NUL anywhere
         const std::string path = std::string("/tmp/") + row.name + ".vcs";
         ASSERT_EQ(MakeQnvCalendar(path, &record, 0), 1);
