@@ -8,6 +8,7 @@
 #include <regex>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "store_support.h"
@@ -76,13 +77,9 @@ std::vector<std::string> Timed(const char* start, const char* end,
 // 2030 cut, alarm lead), and each one exported and imported into a fresh root comes back equal,
 // its alarm ringing as the original's.
 TEST_F(CalendarCtlTest, AddsEventsAsTheApplicationStoresThemAndExportsThemWhole) {
-    struct Row {
-        const char* name;
-        std::vector<std::string> words;
-        std::string shown;  // words of `event show`, split at '|'
-    };
+    // Name, command, words of `event show` split at '|'.
     // clang-format off
-    const std::vector<Row> rows = {
+    const std::vector<std::tuple<const char*, std::vector<std::string>, std::string>> rows = {
         {"single_texts_choices", Timed("2025-03-10 09:00", "2025-03-10 10:00", {"--subject", "Grüße", "--location", "Café",
                                  "--notes", "one\ntwo", "--colour", "11550", "--class", "11562", "--alarm", "11531"}),
          "kind=0|a=0|recurring=0|subject=Grüße|notes=\"one\\ntwo\"|last_local=\"2025-03-10 10:00:00\"|colour=11550|"
@@ -121,14 +118,15 @@ TEST_F(CalendarCtlTest, AddsEventsAsTheApplicationStoresThemAndExportsThemWhole)
     // clang-format on
     const std::string second = Root() + "/second";
     for (size_t i = 0; i < rows.size(); ++i) {
-        SCOPED_TRACE(rows[i].name);
+        const auto& [name, words, expected] = rows[i];
+        SCOPED_TRACE(name);
         const std::string id = std::to_string(i + 1);
-        const CtlRun added = Ctl(rows[i].words);
+        const CtlRun added = Ctl(words);
         ASSERT_EQ(added.status, 0) << added.err;
         EXPECT_EQ(added.out, id + "\n");
         const std::string shown = Ctl({"event", "show", id}).out;
-        std::stringstream words(rows[i].shown);
-        for (std::string word; std::getline(words, word, '|');) {
+        std::stringstream wanted(expected);
+        for (std::string word; std::getline(wanted, word, '|');) {
             EXPECT_TRUE(HasWord(shown, word)) << word << " in " << shown;
         }
         const std::string file = Root() + "/" + id + ".vcs";
@@ -165,14 +163,9 @@ TEST_F(CalendarCtlTest, CommandsAnswerWithTheirStatusAndText) {
     };
     const std::vector<std::string> timed = Timed("2025-03-02 10:00", "2025-03-02 11:00");
     const std::string N = "[^\n]*";
-    struct Row {
-        const char* name;
-        std::vector<std::string> words;
-        int status;
-        std::string says;  // a pattern searched in what the command printed
-    };
+    // Name, command, status, a pattern searched in what the command printed.
     // clang-format off
-    const std::vector<Row> rows = {
+    const std::vector<std::tuple<const char*, std::vector<std::string>, int, std::string>> rows = {
         {"add_series", Timed("2025-03-11 08:00", "2025-03-11 08:30", {"--repeat", "monthly:2/3", "--count", "3"}), 0, "^1\n$"},
         {"add_all_day", {"event", "add", "--subject", "Holiday", "--all-day", "--start", "2025-03-20", "--end", "2025-03-21",
                          "--alarm", "11540"}, 0, "^2\n$"},
@@ -215,12 +208,12 @@ TEST_F(CalendarCtlTest, CommandsAnswerWithTheirStatusAndText) {
         {"refused_commands_stored_nothing", {"event", "list"}, 0, "^id=3 " + N + "\nid=1 " + N + "\n$"},
     };
     // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const CtlRun run = Ctl(row.words);
-        EXPECT_EQ(run.status, row.status) << run.err;
-        const std::string& text = row.status == 0 ? run.out : run.err;
-        EXPECT_TRUE(std::regex_search(text, std::regex(row.says))) << text;
+    for (const auto& [name, words, status, says] : rows) {
+        SCOPED_TRACE(name);
+        const CtlRun run = Ctl(words);
+        EXPECT_EQ(run.status, status) << run.err;
+        const std::string& text = status == 0 ? run.out : run.err;
+        EXPECT_TRUE(std::regex_search(text, std::regex(says))) << text;
     }
 }
 

@@ -49,10 +49,8 @@ std::vector<APDayEventNode> Day(int ymd) {
 
 template <class Node>
 std::vector<int> Ids(const std::vector<Node>& nodes) {
-    std::vector<int> ids;
-    for (const Node& n : nodes) {
-        ids.push_back(n.id);
-    }
+    std::vector<int> ids(nodes.size());
+    std::transform(nodes.begin(), nodes.end(), ids.begin(), [](const Node& n) { return n.id; });
     return ids;
 }
 
@@ -93,7 +91,9 @@ long RawExec(const std::string& path, const std::string& sql) {
     return value;
 }
 
-TEST_F(EventStoreTest, RecordsKeepEveryByteAcrossReopeningAndIdsAreNeverReused) {
+// Records read back byte for byte from a freshly opened store, through updates, a full disk
+// (a write past the quota fails and changes nothing) and deletions (ids are never reused).
+TEST_F(EventStoreTest, RecordsKeepEveryByteAcrossReopeningAndAFullDisk) {
     _EventRecInfo noNul = TimedEvent("x", 100, 200);
     std::memset(noNul.subject, 'S', sizeof noNul.subject);
     std::memset(noNul.location, 'L', sizeof noNul.location);
@@ -104,26 +104,42 @@ TEST_F(EventStoreTest, RecordsKeepEveryByteAcrossReopeningAndIdsAreNeverReused) 
     impossible.classChoice = 0xFFFFFFFF;
     _EventRecInfo zero;
     InitEventRecInfo(&zero);
-    const std::pair<const char*, _EventRecInfo> rows[] = {{"all_bytes_random", Filled(7)},
-                                                          {"texts_without_nul", noNul},
-                                                          {"impossible_fields", impossible},
-                                                          {"all_zero", zero}};
-    int expectedId = 1;
-    for (const auto& [name, original] : rows) {
-        SCOPED_TRACE(name);
-        const int id = Add(original);
-        EXPECT_EQ(id, expectedId++);
-        EXPECT_TRUE(Holds(id, original));
-        _EventRecInfo changed = Filled(uint32_t(id) * 31);
-        changed.id = id;
-        EXPECT_EQ(APEventRec().UpdateEventRec(&changed), id);
-        EXPECT_TRUE(Holds(id, changed));
+    std::map<int, _EventRecInfo> expected;
+    for (const _EventRecInfo& record : {noNul, impossible, zero}) {
+        expected[Add(record)] = record;
     }
-    // Missing ids fail and leave the caller's record alone; ids are never reused.
+    ASSERT_EQ(expected.rbegin()->first, 3) << "ids count from 1";
+    for (auto& [id, record] : expected) {
+        EXPECT_TRUE(Holds(id, record)) << id;
+        record = Filled(uint32_t(id) * 31);
+        record.id = id;
+        EXPECT_EQ(APEventRec().UpdateEventRec(&record), id);
+    }
+    bool failed = false;
+    for (uint32_t i = 0; i < 60 && !failed; ++i) {
+        if (i == 20) {
+            APDatabase::SetPageQuota(
+                RawExec(HostPath(kAPEventStoreDevicePath), "PRAGMA page_count") + 2);
+        }
+        const _EventRecInfo record = Filled(i);
+        const int id = Add(record);
+        failed = id <= 0;
+        if (!failed) {
+            expected[id] = record;
+        }
+    }
+    EXPECT_TRUE(failed && expected.size() >= 23) << "a write past the quota fails";
+    APDatabase::SetPageQuota(0);
+    APDatabase::ForgetChecks();
+    EXPECT_EQ(APEventRec().ListEventIds(0, 0).size(), expected.size());
+    for (const auto& [id, want] : expected) {
+        EXPECT_TRUE(Holds(id, want)) << id;
+    }
+    // Missing ids fail and leave the caller's record alone.
     APEventRec store;
     EXPECT_EQ(store.DeleteEventRec(1), 1);
     EXPECT_EQ(store.DeleteEventRec(1), 0);
-    EXPECT_EQ(Add(zero), 5);
+    EXPECT_EQ(Add(zero), int(expected.rbegin()->first) + 1);
     const _EventRecInfo noise = Filled(3);
     _EventRecInfo untouched = noise;
     EXPECT_EQ(store.GetEventRec(1, &untouched), 0);
@@ -263,9 +279,9 @@ TEST_F(EventStoreTest, DayQueryExpandsEveryKindLikeTheMonthView) {
         for (int day = 9; day <= 12; ++day) {
             const std::vector<APDayEventNode> nodes = Day(20250300 + day);
             ASSERT_EQ(nodes.size(), day == 10 || day == 11 ? 1u : 0u) << day;
-            if (!nodes.empty()) {
-                EXPECT_EQ(nodes[0].firstDay, PLDate(2025, 3, 10));
-                EXPECT_EQ(nodes[0].lastDay, PLDate(2025, 3, 11));
+            for (const APDayEventNode& node : nodes) {
+                EXPECT_EQ(std::tie(node.firstDay, node.lastDay),
+                          std::make_tuple(DateOf(20250310), DateOf(20250311)));
             }
         }
     }
@@ -347,7 +363,7 @@ AlarmedEvent AddAlarmed(long start, long last) {
     return {Add(record), info.id, info.daemonId};
 }
 
-TEST_F(EventStoreTest, DeletingAnEventRemovesItsAlertAndAlarmInOneTransaction) {
+TEST_F(EventStoreTest, DeletingOrPurgingRemovesAlertsAndAlarmsInOneTransaction) {
     // A failure at any of the three steps rolls back the other two.
     for (const char* refusing : {"alarms", "alerts", "events"}) {
         SCOPED_TRACE(refusing);
@@ -373,6 +389,21 @@ TEST_F(EventStoreTest, DeletingAnEventRemovesItsAlertAndAlarmInOneTransaction) {
         const std::string name = entry.path().filename().string();
         EXPECT_TRUE(name.rfind("events.db", 0) == 0 || !entry.is_regular_file()) << name;
     }
+
+    // Purging finished events takes their alerts and alarms too; an event that ends exactly at
+    // the limit is not finished before it.
+    Restart();
+    const AlarmedEvent oldSeries = AddAlarmed(At(20240101, 9), At(20240601, 9));
+    const AlarmedEvent liveSeries = AddAlarmed(At(20240101, 9), At(20260601, 9));
+    const int oldSingle = Add(TimedEvent("old", At(20241201), At(20241201, 1)));
+    const _EventRecInfo edge = TimedEvent("edge", At(20241231, 23), At(20250101));
+    const int boundary = Add(edge);
+    EXPECT_EQ(APEventRec().DeleteFinshedEventRec(At(20250101)), 2);
+    EXPECT_TRUE(oldSeries.Exists(false));
+    _EventRecInfo unused;
+    EXPECT_EQ(APEventRec().GetEventRec(oldSingle, &unused), 0);
+    EXPECT_TRUE(Holds(boundary, edge));
+    EXPECT_TRUE(liveSeries.Exists(true));
 }
 
 TEST_F(EventStoreTest, AlarmsOfAnOlderRootMoveIntoTheStore) {
@@ -410,20 +441,6 @@ TEST_F(EventStoreTest, AlarmsOfAnOlderRootMoveIntoTheStore) {
     }
 }
 
-TEST_F(EventStoreTest, PurgeRemovesFinishedEventsWithTheirAlarms) {
-    const AlarmedEvent oldSeries = AddAlarmed(At(20240101, 9), At(20240601, 9));
-    const AlarmedEvent liveSeries = AddAlarmed(At(20240101, 9), At(20260601, 9));
-    const int oldSingle = Add(TimedEvent("old", At(20241201), At(20241201, 1)));
-    const _EventRecInfo edge = TimedEvent("edge", At(20241231, 23), At(20250101));
-    const int boundary = Add(edge);
-    EXPECT_EQ(APEventRec().DeleteFinshedEventRec(At(20250101)), 2);
-    EXPECT_TRUE(oldSeries.Exists(false));
-    _EventRecInfo unused;
-    EXPECT_EQ(APEventRec().GetEventRec(oldSingle, &unused), 0);
-    EXPECT_TRUE(Holds(boundary, edge)) << "ends exactly at the limit: not finished before it";
-    EXPECT_TRUE(liveSeries.Exists(true));
-}
-
 TEST_F(EventStoreTest, DamagedStoreIsSetAsideAndANewOneMade) {
     const std::pair<const char*, std::function<std::string(std::string)>> rows[] = {
         {"truncated", [](std::string bytes) { return bytes.substr(0, bytes.size() / 2); }},
@@ -458,30 +475,6 @@ TEST_F(EventStoreTest, DamagedStoreIsSetAsideAndANewOneMade) {
             }
         }
         EXPECT_EQ(setAside, 1);
-    }
-}
-
-TEST_F(EventStoreTest, FullDiskFailsTheWriteAndKeepsTheStore) {
-    std::map<int, _EventRecInfo> expected;
-    bool failed = false;
-    for (uint32_t i = 0; i < 60 && !failed; ++i) {
-        if (i == 20) {
-            APDatabase::SetPageQuota(
-                RawExec(HostPath(kAPEventStoreDevicePath), "PRAGMA page_count") + 2);
-        }
-        const _EventRecInfo record = Filled(i);
-        const int id = Add(record);
-        failed = id <= 0;
-        if (!failed) {
-            expected[id] = record;
-        }
-    }
-    EXPECT_TRUE(failed && expected.size() >= 20) << "a write past the quota fails";
-    APDatabase::SetPageQuota(0);
-    APDatabase::ForgetChecks();
-    EXPECT_EQ(APEventRec().ListEventIds(0, 0).size(), expected.size());
-    for (const auto& [id, want] : expected) {
-        EXPECT_TRUE(Holds(id, want)) << id;
     }
 }
 

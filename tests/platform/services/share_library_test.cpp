@@ -5,6 +5,7 @@
 
 #include <deque>
 #include <filesystem>
+#include <tuple>
 
 #include "PLAppContext.h"
 #include "PLDeviceRoot.h"
@@ -100,30 +101,25 @@ TEST_F(ShareLibraryTest, SheetSavesIntoTheOutboxBesideEarlierFilesOrCancels) {
     const std::vector<std::string> both = {"/tmp/17.vcs", "/tmp/18.vcs"};
     const std::deque<PLEvent> save = Script({{kSaveX, kBarY}}),
                               cancel = Script({{kCancelX, kBarY}});
-    struct Row {
-        const char* name;
-        std::vector<std::string> files;
-        std::deque<PLEvent> script;
-        int saved;
-        size_t inOutbox;
-    };
-    const Row rows[] = {
-        {"tap_cancel", both, cancel, 0, 0},
-        {"key_left_cancels", both, Script({}, 28), 0, 0},
-        {"tap_outside_buttons_then_cancel", both, Script({{120, 150}, {kCancelX, kBarY}}), 0, 0},
-        {"script_ends_without_a_choice", both, {}, 0, 0},
-        {"empty_list_shows_no_sheet", {}, save, 0, 0},
-        {"tap_save", both, save, 2, 2},
-        {"key_ok_saves_without_overwriting", both, Script({}, 18), 2, 4},
-        {"missing_file_not_counted", {"/tmp/missing.vcs", "/tmp/18.vcs"}, save, 1, 5},
-    };
+    // Name, files, script, what the sheet returns, files in the outbox afterwards.
+    const std::tuple<const char*, std::vector<std::string>, std::deque<PLEvent>, int, long> rows[] =
+        {
+            {"tap_cancel", both, cancel, 0, 0},
+            {"key_left_cancels", both, Script({}, 28), 0, 0},
+            {"tap_outside_buttons_then_cancel", both, Script({{120, 150}, {kCancelX, kBarY}}), 0,
+             0},
+            {"script_ends_without_a_choice", both, {}, 0, 0},
+            {"empty_list_shows_no_sheet", {}, save, 0, 0},
+            {"tap_save", both, save, 2, 2},
+            {"key_ok_saves_without_overwriting", both, Script({}, 18), 2, 4},
+            {"missing_file_not_counted", {"/tmp/missing.vcs", "/tmp/18.vcs"}, save, 1, 5},
+        };
     const std::string outbox = HostPath("/var/outbox");
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(Share(row.files, row.script), row.saved);
+    for (const auto& [name, files, script, saved, inOutbox] : rows) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(Share(files, script), saved);
         std::error_code none;  // an outbox not made yet holds no files
-        const auto files = std::distance(std::filesystem::directory_iterator(outbox, none), {});
-        EXPECT_EQ(size_t(files), row.inOutbox);
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(outbox, none), {}), inOutbox);
     }
     EXPECT_EQ(ReadFile(outbox + "/17.vcs"), "event 17");
     EXPECT_EQ(ReadFile(outbox + "/18_1.vcs"), "event 18");

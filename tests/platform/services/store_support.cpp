@@ -6,7 +6,7 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 
 #include "APDatabase.h"
 #include "PLDeviceRoot.h"
@@ -42,10 +42,6 @@ void StoreRootTest::Restart(const char* zone) {
 void StoreRootTest::UseZone(const char* zone) {
     setenv("TZ", zone, 1);
     tzset();
-}
-
-std::string StoreRootTest::HostPath(const std::string& devicePath) const {
-    return PLDeviceRoot::Resolve(devicePath);
 }
 
 PLDate DateOf(int ymd) {
@@ -98,9 +94,7 @@ std::string Stored(const char* field) {
 
 std::string ReadFile(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
+    return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 void WriteFile(const std::string& path, const std::string& data) {

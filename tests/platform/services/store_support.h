@@ -8,6 +8,7 @@
 
 #include "APEventRecords.h"
 #include "PLDate.h"
+#include "PLDeviceRoot.h"
 #include "PLTime.h"
 
 // Gives each test a fresh device root and TZ, and removes the root afterwards.
@@ -21,7 +22,7 @@ protected:
     void UseZone(const char* zone);
     const std::string& Root() const { return mRoot; }
     // The host path of a device path under the test root.
-    std::string HostPath(const std::string& devicePath) const;
+    std::string HostPath(const std::string& path) const { return PLDeviceRoot::Resolve(path); }
 
 private:
     std::string mRoot;

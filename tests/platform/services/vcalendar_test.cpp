@@ -204,14 +204,9 @@ std::vector<APImportedEvent> Import(const std::string& text) {
 // Line 0: the whole text is refused as no calendar.
 TEST_F(VCalendarTest, MalformedOrUnholdableInputIsReportedByLine) {
     const std::string start = "DTSTART:20260315T090000Z\r\n";
-    struct Row {
-        const char* name;
-        std::string text;
-        int line;          // of the reported error
-        const char* says;  // part of the reason
-    };
+    // Name, text, line of the reported error, part of the reason.
     // clang-format off
-    const Row rows[] = {
+    const std::tuple<const char*, std::string, int, const char*> rows[] = {
         {"bad_date", Calendar(Event("DTSTART:2026-03-15\r\n")), 5, "bad date-time"},
         {"month_13", Calendar(Event("DTSTART:20261315T090000Z\r\n")), 5, "bad date-time"},
         {"no_start", Calendar(Event("LOCATION:x\r\n")), 3, "no DTSTART"},
@@ -238,20 +233,19 @@ TEST_F(VCalendarTest, MalformedOrUnholdableInputIsReportedByLine) {
         {"empty", "", 0, ""},
     };
     // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, text, line, says] : rows) {
+        SCOPED_TRACE(name);
         std::vector<APImportedEvent> events;
         std::string error;
-        ASSERT_EQ(APCalendarImport_Text(row.text, events, error), row.line > 0) << error;
-        if (row.line == 0) {
+        ASSERT_EQ(APCalendarImport_Text(text, events, error), line > 0) << error;
+        if (line == 0) {
             EXPECT_FALSE(error.empty());
             continue;
         }
         ASSERT_EQ(events.size(), 1u);
         EXPECT_EQ(events[0].record, nullptr);
-        EXPECT_EQ(events[0].error.rfind("line " + std::to_string(row.line), 0), 0u)
-            << events[0].error;
-        EXPECT_NE(events[0].error.find(row.says), std::string::npos) << events[0].error;
+        EXPECT_EQ(events[0].error.rfind("line " + std::to_string(line), 0), 0u) << events[0].error;
+        EXPECT_NE(events[0].error.find(says), std::string::npos) << events[0].error;
     }
     std::vector<APImportedEvent> events;
     std::string error;
@@ -308,23 +302,19 @@ TEST_F(VCalendarTest, ICalendarEventsThroughLibical) {
 }
 
 TEST_F(VCalendarTest, ImpossibleRecordsStillGiveAReadableFile) {
-    struct Row {
-        const char* name;
-        int kind, a, b;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, int, int, int> rows[] = {
         {"unknown_kind_3", 3, 1, 0},
         {"weekly_empty_mask", 2, 1, 0},
         {"monthly_weekday_9", 4, 1, 0x209},
         {"yearly_month_13", 8, 13, 45},
         {"interval_0", 1, 0, 0},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, kind, a, b] : rows) {
+        SCOPED_TRACE(name);
         _EventRecInfo record = TimedEvent("odd", UtcAt(20260101, 8), UtcAt(20260101, 9));
-        MakeRepeating(record, row.kind, row.a, row.b, UtcAt(20260601));
+        MakeRepeating(record, kind, a, b, UtcAt(20260601));
         std::memset(record.notes, 'n', sizeof record.notes);  // no NUL anywhere
-        const std::string path = std::string("/tmp/") + row.name + ".vcs";
+        const std::string path = std::string("/tmp/") + name + ".vcs";
         ASSERT_EQ(MakeQnvCalendar(path, &record, 0), 1);
         const std::vector<std::string> read = ReadWithLibical(HostPath(path));
         ASSERT_EQ(read.size(), 7u);
