@@ -112,49 +112,43 @@ TEST_F(GuiTest, KeysGoToTheTargetThenToTheApplicationAndEndLoops) {
     RecordingApp app(&log);
     PLAppContext::GetInstance()->SetApplication(&app);
     RecordingPane* view = Add(root.get(), Recording("view", 1, {0, 0}, {10, 10}));
-    // clang-format off
-    struct Row { const char* name; bool hasTarget, targetHandles; std::vector<std::string> expected; };
-    const std::vector<Row> rows = {
+    const std::vector<std::tuple<const char*, bool, bool, std::vector<std::string>>> rows = {
         {"handled by the target", true, true, {"view key 17"}},
         {"not handled: the application gets it", true, false, {"view key 17", "app key 17"}},
         {"no target: the application only", false, false, {"app key 17"}},
     };
-    // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, hasTarget, targetHandles, expected] : rows) {
+        SCOPED_TRACE(name);
         log.clear();
-        Loop().SetTarget(row.hasTarget ? view : nullptr);
-        view->handlesKeys = row.targetHandles;
+        Loop().SetTarget(hasTarget ? view : nullptr);
+        view->handlesKeys = targetHandles;
         Loop().Dispatch(Key(kPLKeyUp));
-        EXPECT_EQ(log, row.expected);
+        EXPECT_EQ(log, expected);
     }
 
     // A nested loop runs until key 18 has arrived; key 31 shuts every loop down.
     Loop().SetTarget(nullptr);
     auto answered = [this] { return !log.empty() && log.back() == "app key 18"; };
-    // clang-format off
-    struct LoopRow { const char* name; bool nested; std::vector<uint8_t> keys; bool result; size_t left; };
-    const std::vector<LoopRow> loops = {
+    const std::vector<std::tuple<const char*, bool, std::vector<uint8_t>, bool, size_t>> loops = {
         {"nested, answered: later events stay queued", true, {17, 18, 19, 20}, true, 2},
         {"nested, source runs dry first", true, {17, 19}, false, 0},
         {"nested, shutdown ends it", true, {17, 31, 18}, false, 1},
         {"main loop, shutdown ends it", false, {17, 31, 18}, false, 1},
         {"main loop, source runs dry", false, {17, 18}, false, 0},
     };
-    // clang-format on
-    for (const LoopRow& row : loops) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, nested, keys, result, left] : loops) {
+        SCOPED_TRACE(name);
         log.clear();
         source.events.clear();
-        for (uint8_t k : row.keys) {
+        for (uint8_t k : keys) {
             source.events.push_back(Key(k));
         }
-        if (row.nested) {
-            EXPECT_EQ(Loop().RunNested(answered), row.result);
+        if (nested) {
+            EXPECT_EQ(Loop().RunNested(answered), result);
         } else {
             Loop().Run();
         }
-        EXPECT_EQ(source.events.size(), row.left);
+        EXPECT_EQ(source.events.size(), left);
         EXPECT_EQ(Loop().GetNestingDepth(), 0);
         Loop().Reset();
     }
@@ -174,21 +168,18 @@ TEST_F(GuiTest, TimersFireFromTheIdleWorkWhenThePinnedClockReachesThem) {
     });
     Loop().CancelTimer(cancelled);
     EXPECT_EQ(Loop().NextTimerDeadline(), start + 500);
-    // clang-format off
-    struct Row { const char* name; int64_t advanceMs; std::vector<std::string> firedSoFar; };
-    const std::vector<Row> rows = {
+    const std::vector<std::tuple<const char*, int64_t, std::vector<std::string>>> rows = {
         {"nothing due yet", 499, {}},
         {"the first deadline reached", 1, {"half"}},
         {"a cancelled timer never fires", 300, {"half"}},
         {"the second deadline", 200, {"half", "one"}},
         {"the re-armed timer on the next round", 0, {"half", "one", "again"}},
     };
-    // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        PLClock::Advance(row.advanceMs);
+    for (const auto& [name, advanceMs, firedSoFar] : rows) {
+        SCOPED_TRACE(name);
+        PLClock::Advance(advanceMs);
         Loop().ProcessIdle();
-        EXPECT_EQ(fired, row.firedSoFar);
+        EXPECT_EQ(fired, firedSoFar);
     }
     EXPECT_EQ(Loop().NextTimerDeadline(), -1);
     PLClock::Unpin();

@@ -46,19 +46,16 @@ TEST(PLMessageTest, ShortOrCorruptStreamLeavesTheMessageUnchanged) {
     PLStream full;
     PLMessage(5010, kPLWildcard, 111, "Server", "com.mdz.calendar.v1").WriteData(full);
     const std::vector<uint8_t>& bytes = full.Bytes();
-    // clang-format off
-    struct Row { const char* name; std::vector<uint8_t> bytes; };
-    const Row rows[] = {
+    const std::tuple<const char*, std::vector<uint8_t>> rows[] = {
         {"empty", {}},
         {"inside a number", std::vector<uint8_t>(bytes.begin(), bytes.begin() + 6)},
         {"before the names", std::vector<uint8_t>(bytes.begin(), bytes.begin() + 12)},
         {"inside the second name", std::vector<uint8_t>(bytes.begin(), bytes.end() - 1)},
         {"huge name length", {1, 0, 0, 0, 2, 0, 0, 0, 3, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 'x'}},
     };
-    // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        PLStream stream(row.bytes);
+    for (const auto& [name, truncated] : rows) {
+        SCOPED_TRACE(name);
+        PLStream stream(truncated);
         PLMessage message(7, 8, 9, "keep", "these");
         EXPECT_FALSE(message.ReadData(stream));
         EXPECT_FALSE(stream.IsGood());

@@ -36,9 +36,7 @@ TEST_F(PaneTreeTest, FindPaneSearchesThisPaneFirstThenDepthFirstInZOrder) {
     PLPane* a11 = Add(a1, new PLView(9, {0, 0}, {10, 10}));
     Add(Add(a, new PLView(9, {0, 0}, {10, 10})), new PLView(5, {0, 0}, {10, 10}));
     PLPane* b1 = Add(b, new PLView(11, {0, 0}, {10, 10}));
-    // clang-format off
-    struct Row { const char* name; PLPane* from; uint32_t id; PLPane* expected; };
-    const Row rows[] = {
+    const std::tuple<const char*, PLPane*, uint32_t, PLPane*> rows[] = {
         {"own id before a sub-pane's", a, 5, a},
         {"first in z-order wins over a later sibling", root.get(), 7, a1},
         {"deeper match before a later sibling's", root.get(), 9, a11},
@@ -46,10 +44,9 @@ TEST_F(PaneTreeTest, FindPaneSearchesThisPaneFirstThenDepthFirstInZOrder) {
         {"search from a subtree stays inside it", a, 11, nullptr},
         {"missing id", root.get(), 12345, nullptr},
     };
-    // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(row.from->FindPane(row.id), row.expected);
+    for (const auto& [name, from, id, expected] : rows) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(from->FindPane(id), expected);
     }
 }
 
@@ -84,28 +81,27 @@ TEST_F(PaneTreeTest, SubPanesMoveInsertAndComeBackToTheirCaller) {
 TEST_F(PaneTreeTest, CloseDetachesAtOnceAndDestroysOnlyAtTheNextIdleMoment) {
     // clang-format off
     // `ownerDeletesFirst`: the owner changed its mind and deleted it at once.
-    struct Row { const char* name; bool destroy, ownerDeletesFirst; };
-    const Row rows[] = {
+    const std::tuple<const char*, bool, bool> rows[] = {
         {"close and destroy", true, false},
         {"close only", false, false},
         {"close and destroy, then deleted by its owner: once only", true, true},
     };
     // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, destroy, ownerDeletesFirst] : rows) {
+        SCOPED_TRACE(name);
         dead.clear();
         auto* dialog = Add(root.get(), new MortalPane("dialog", &dead));
         Loop().SetTarget(dialog);
         dialog->StartTracking();
-        dialog->Close(row.destroy, false);
+        dialog->Close(destroy, false);
         EXPECT_EQ(dialog->GetParent(), nullptr);
         EXPECT_TRUE(dead.empty()) << "never deleted inside the call, so a pane may close itself";
-        if (row.ownerDeletesFirst) {
+        if (ownerDeletesFirst) {
             delete dialog;
         }
         Loop().ProcessIdle();
-        EXPECT_EQ(dead.count("dialog"), row.destroy ? 1u : 0u);
-        if (!row.destroy) {
+        EXPECT_EQ(dead.count("dialog"), destroy ? 1u : 0u);
+        if (!destroy) {
             delete dialog;
         }
         EXPECT_EQ(Loop().GetTarget(), nullptr) << "a deleted pane is forgotten by the loop";
@@ -115,22 +111,19 @@ TEST_F(PaneTreeTest, CloseDetachesAtOnceAndDestroysOnlyAtTheNextIdleMoment) {
 
 TEST_F(PaneTreeTest, ScreenGeometryFollowsLocationsAndScrollOffsets) {
     // A container at (40, 20) of 100 x 100 pixels, scrolled by (30, 5), holds the child.
-    // clang-format off
-    struct Row { const char* name; PLPoint childAt; PLSize childSize; PLRect screen; PLRect visible; };
-    const Row rows[] = {
+    const std::tuple<const char*, PLPoint, PLSize, PLRect, PLRect> rows[] = {
         {"inside", {35, 10}, {20, 20}, {45, 25, 65, 45}, {45, 25, 65, 45}},
         {"scrolled above the top", {10, 10}, {40, 20}, {20, 25, 60, 45}, {40, 25, 60, 45}},
         {"past the right edge", {50, 100}, {10, 40}, {60, 115, 70, 155}, {60, 115, 70, 120}},
         {"scrolled out entirely", {0, 0}, {20, 20}, {10, 15, 30, 35}, {}},
     };
-    // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, childAt, childSize, screen, visible] : rows) {
+        SCOPED_TRACE(name);
         PLView* container = Add(root.get(), new PLView(1, {40, 20}, {100, 100}));
         container->SetScrollOffset({30, 5}, false);
-        PLView* child = Add(container, new PLView(2, row.childAt, row.childSize));
-        EXPECT_EQ(child->GetScreenRect(), row.screen);
-        EXPECT_EQ(child->GetVisibleScreenRect(), row.visible);
+        PLView* child = Add(container, new PLView(2, childAt, childSize));
+        EXPECT_EQ(child->GetScreenRect(), screen);
+        EXPECT_EQ(child->GetVisibleScreenRect(), visible);
         const PLPoint local{3, 4};
         EXPECT_EQ(child->ScreenToLocal(child->LocalToScreen(local)), local);
         delete container;

@@ -76,23 +76,20 @@ TEST_F(PLPMEClientTest, DeliveryByName) {
     client->RegisterListener(kHome, &both);
     client->RegisterListener(kAlert, &both);
     client->RegisterListener("com.mdz.other", &other);
-    // clang-format off
-    struct Row { const char *name, *recipient, *sender; int home, alert, both, other; };
-    const Row rows[] = {
+    const std::tuple<const char*, const char*, const char*, int, int, int, int> rows[] = {
         {"to home", kHome, "x", 1, 0, 1, 0},
         {"to home and alert: each once", kHome, kAlert, 1, 1, 1, 0},
         {"by sender name", "nobody", "com.mdz.other", 0, 0, 0, 1},
         {"no names: everyone", "", "", 1, 1, 1, 1},
         {"unknown names: nobody", "a", "b", 0, 0, 0, 0},
     };
-    // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, recipient, sender, toHome, toAlert, toBoth, toOther] : rows) {
+        SCOPED_TRACE(name);
         home.calls = alert.calls = both.calls = other.calls = 0;
-        PLMessage message(10040, kPLWildcard, 111, row.recipient, row.sender);
+        PLMessage message(10040, kPLWildcard, 111, recipient, sender);
         client->BroadcastMessage(&message);
         EXPECT_EQ(std::vector<int>({home.calls, alert.calls, both.calls, other.calls}),
-                  std::vector<int>({row.home, row.alert, row.both, row.other}));
+                  std::vector<int>({toHome, toAlert, toBoth, toOther}));
     }
     EXPECT_EQ(LogLines().size(), 5u);
 

@@ -124,9 +124,7 @@ TEST_F(ResourceFileTest, RoundTripAndLookupsBySelectorTypeAndId) {
     EXPECT_EQ(family->GetBitmap(kPLBitmapPressed), Get(kPLResBitmap, 10131));
     EXPECT_EQ(family->GetBitmap(kPLBitmapDisabled), bitmap) << "state 0 falls back to normal";
     EXPECT_EQ(manager.ListResources().size(), 5u);
-    // clang-format off
-    struct Row { const char* name; uint32_t type, id, selector; bool found; };
-    const Row rows[] = {
+    const std::tuple<const char*, uint32_t, uint32_t, uint32_t, bool> rows[] = {
         {"wildcard entry answers any selector", kPLResBitmap, 10130, PLFourCC("zzzz"), true},
         {"own selector", kPLResBitmap, 10131, PLFourCC("abcd"), true},
         {"wildcard request", kPLResBitmap, 10131, kPLWildcard, true},
@@ -136,10 +134,9 @@ TEST_F(ResourceFileTest, RoundTripAndLookupsBySelectorTypeAndId) {
         {"family is not a bitmap", kPLResBitmap, 30371, kPLWildcard, false},
         {"unknown type", PLFourCC("blob"), 10032, kPLWildcard, false},
     };
-    // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(manager.GetResource(row.type, row.id, row.selector) != nullptr, row.found);
+    for (const auto& [name, type, id, selector, found] : rows) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(manager.GetResource(type, id, selector) != nullptr, found);
     }
 }
 
@@ -395,9 +392,7 @@ TEST_F(BitmapPngTest, DamagedFilesAreRefusedWithAMessage) {
         return copy;
     };
     const size_t idatData = 8 + 25 + 8 + 2;  // signature, IHDR chunk, IDAT length+type, zlib header
-    // clang-format off
-    struct Row { const char* name; Bytes bytes; bool write; };
-    const std::vector<Row> rows = {
+    const std::vector<std::tuple<const char*, Bytes, bool>> rows = {
         {"missing file", {}, false},
         {"empty file", {}, true},
         {"not a PNG", Bytes{'G', 'I', 'F', '8', '9', 'a', 0, 0, 0, 0}, true},
@@ -410,12 +405,11 @@ TEST_F(BitmapPngTest, DamagedFilesAreRefusedWithAMessage) {
         {"impossible bit depth", MakePng(2, 1, 7, 2, {0, 1, 2, 3, 4, 5, 6}), true},
         {"palette image without a palette", MakePng(2, 1, 8, 3, {0, 0, 1}), true},
     };
-    // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const std::string path = PathOf(row.write ? "bad.png" : "absent.png");
-        if (row.write) {
-            WriteBytes(path, row.bytes);
+    for (const auto& [name, bytes, write] : rows) {
+        SCOPED_TRACE(name);
+        const std::string path = PathOf(write ? "bad.png" : "absent.png");
+        if (write) {
+            WriteBytes(path, bytes);
         }
         PLBitmap stale(1, 1);
         PLBitmap* loaded = &stale;  // a failed load must not leave an old pointer behind

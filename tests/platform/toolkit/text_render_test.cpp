@@ -1,4 +1,4 @@
-// Text: UTF-8 decoding, measuring and fitting, and where DrawString puts the glyphs.
+// Text: UTF-8 decoding, measuring, and where DrawString puts the glyphs in which colour.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -42,31 +42,28 @@ PLFont* Large() {
 
 TEST(TextRender, DecodingTurnsEveryBadByteIntoAReplacementMark) {
     constexpr char32_t R = PLFont::kReplacementCharacter;
-    // clang-format off
-    struct Row { const char* name; std::string text; std::vector<char32_t> expected; };
-    const std::vector<Row> rows = {
+    const std::vector<std::tuple<const char*, std::string, std::vector<char32_t>>> rows = {
         {"ASCII", "Ab", {U'A', U'b'}},
         {"two-byte", "\xc3\xa9", {0xE9}},
         {"three-byte CJK", "\xe6\x97\xa5", {0x65E5}},
         {"four-byte", "\xf0\x9d\x84\x9e", {0x1D11E}},
-        {"stray byte between letters", "a\xff" "b", {U'a', R, U'b'}},
+        {"stray byte between letters", "a\377b", {U'a', R, U'b'}},
         {"continuation byte alone", "\x80", {R}},
         {"sequence cut at the end", "\xe6\x97", {R, R}},
-        {"sequence cut by a letter", "\xe6" "a", {R, U'a'}},
+        {"sequence cut by a letter", "\346a", {R, U'a'}},
         {"overlong slash", "\xc0\xaf", {R, R}},
         {"surrogate half", "\xed\xa0\x80", {R, R, R}},
         {"beyond Unicode", "\xf4\x90\x80\x80", {R, R, R, R}},
     };
-    // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, text, expected] : rows) {
+        SCOPED_TRACE(name);
         std::vector<char32_t> decoded;
-        for (size_t pos = 0; pos < row.text.size();) {
+        for (size_t pos = 0; pos < text.size();) {
             const size_t before = pos;
-            decoded.push_back(PLFont::DecodeUTF8(row.text, pos));
+            decoded.push_back(PLFont::DecodeUTF8(text, pos));
             ASSERT_GT(pos, before) << "decoding must always advance";
         }
-        EXPECT_EQ(decoded, row.expected);
+        EXPECT_EQ(decoded, expected);
     }
 }
 
@@ -87,31 +84,6 @@ TEST(TextRender, FontsMeasureAndDrawLatinAndCjk) {
     const int cjkCharacter = Small()->MeasureText("\xe6\x97\xa5");
     EXPECT_GT(cjkCharacter, Small()->MeasureText(" "));
     EXPECT_GE(cjkCharacter, 12) << "a CJK character is about a square";
-}
-
-TEST(TextRender, FitTextCutsAtCharacterBoundaries) {
-    const std::string text =
-        "\xe6\x97\xa5\xe5\x8e\x86"
-        "ab";  // two CJK characters, two letters
-    PLFont* font = Small();
-    const int first = font->MeasureText("\xe6\x97\xa5");
-    const int both = font->MeasureText("\xe6\x97\xa5\xe5\x8e\x86");
-    // clang-format off
-    struct Row { const char* name; int width; size_t bytes; };
-    const Row rows[] = {
-        {"nothing fits", 0, 0},
-        {"less than one character", first - 1, 0},
-        {"exactly one character", first, 3},
-        {"one and a bit: never half a character", first + 1, 3},
-        {"exactly two", both, 6},
-        {"everything", 1000, text.size()},
-        {"negative width", -5, 0},
-    };
-    // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(font->FitText(text, row.width), row.bytes);
-    }
 }
 
 // Where DrawString puts a line: horizontally by justification and offset.h, vertically centred in
@@ -155,21 +127,17 @@ TEST(TextRender, JustificationCentringLengthAndClipPlaceTheLine) {
     }
 
     const int two = font->MeasureText("WW") + 1;
-    // clang-format off
-    struct Limit { const char* name; std::string text; long length; int rectRight, inkRightAtMost; };
-    const Limit limits[] = {
+    const std::tuple<const char*, std::string, long, int, int> limits[] = {
         {"length draws only the first bytes", "WWWWWW", 2, 200, two},
         {"zero length means all of it", "WW", 0, 200, two},
         {"too long for the rectangle is clipped", "WWWWWWWWWWWW", -1, 25, 25},
         {"a length past the end is the whole text", "WW", 99, 200, two},
     };
-    // clang-format on
-    for (const Limit& row : limits) {
-        SCOPED_TRACE(row.name);
-        const PLRect ink =
-            InkBox(Drawn(row.text, 200, 30, {0, 0, 30, row.rectRight}, kNullPoint, row.length));
+    for (const auto& [name, text, length, rectRight, inkRightAtMost] : limits) {
+        SCOPED_TRACE(name);
+        const PLRect ink = InkBox(Drawn(text, 200, 30, {0, 0, 30, rectRight}, kNullPoint, length));
         ASSERT_FALSE(ink.IsEmpty());
-        EXPECT_LE(ink.right, row.inkRightAtMost);
+        EXPECT_LE(ink.right, inkRightAtMost);
     }
 }
 
@@ -181,18 +149,15 @@ public:
 
 TEST(TextRender, TextColourComesFromTheContextOrTheTheme) {
     PLThemeManager::SetCurrentTheme(new GreenTextTheme);
-    // clang-format off
-    struct Row { const char* name; PLRGBColor color, ink; };
-    const Row rows[] = {
+    const std::tuple<const char*, PLRGBColor, PLRGBColor> rows[] = {
         {"explicit colour", PLRGBColor(0, 0, 200), PLRGBColor(0, 0, 200)},
         {"default colour uses the theme's", PLRGBColor(-1, false), PLRGBColor(0, 160, 0)},
     };
-    // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, color, ink] : rows) {
+        SCOPED_TRACE(name);
         PLBitmap paper = Filled(60, 30, kPaper);
         PLDrawContext context(paper);
-        context.SetTextColor(row.color);
+        context.SetTextColor(color);
         context.DrawString("IHIH", {0, 0, 30, 60}, kNullPoint, -1, true, kPLJustifyLeft);
         const std::vector<PLPoint> inked = Changed(paper, kPaper);
         ASSERT_FALSE(inked.empty());
@@ -201,8 +166,8 @@ TEST(TextRender, TextColourComesFromTheContextOrTheTheme) {
         for (const PLPoint& p : inked) {
             const uint32_t pixel = paper.GetPixel(p.h, p.v);
             const double cover = 1.0 - double((pixel >> 16) & 0xFF) / 255.0;
-            EXPECT_NEAR((pixel >> 8) & 0xFF, row.ink.green * cover + 255 * (1 - cover), 2.0);
-            EXPECT_NEAR(pixel & 0xFF, row.ink.blue * cover + 255 * (1 - cover), 2.0);
+            EXPECT_NEAR((pixel >> 8) & 0xFF, ink.green * cover + 255 * (1 - cover), 2.0);
+            EXPECT_NEAR(pixel & 0xFF, ink.blue * cover + 255 * (1 - cover), 2.0);
         }
     }
     PLThemeManager::SetCurrentTheme(nullptr);
