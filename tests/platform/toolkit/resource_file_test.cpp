@@ -42,8 +42,8 @@ PLResourceFileWriter SampleWriter() {
 
 namespace fs = std::filesystem;
 
-// A scratch device root with files, a resource manager, and the PNG loader and resource compiler
-// run on files there.
+// A scratch device root with files, a resource manager, and the resource compiler run on files
+// there.
 class ResourceFileTest : public ::testing::Test {
 protected:
     std::string PathOf(const std::string& name) const { return mRoot.Path() + "/" + name; }
@@ -60,18 +60,6 @@ protected:
         PLBasicString<char> text("<none>");
         manager.GetText(id, text);
         return text.str();
-    }
-    // Loads the PNG `name`, which must succeed, into an owned bitmap of the expected size.
-    std::unique_ptr<PLBitmap> Load(const std::string& name, int width, int height) {
-        PLBitmap* loaded = nullptr;
-        std::string error;
-        EXPECT_TRUE(PLBitmap::LoadPNG(PathOf(name), loaded, error)) << error;
-        std::unique_ptr<PLBitmap> owner(loaded);
-        if (owner && (owner->GetWidth() != width || owner->GetHeight() != height)) {
-            ADD_FAILURE() << "loaded " << owner->GetWidth() << "x" << owner->GetHeight();
-            owner.reset();
-        }
-        return owner;
     }
     // Runs the compiler; returns its exit status (-1 when it did not exit) and its output.
     int Run(const std::string& arguments, std::string& output) {
@@ -350,41 +338,16 @@ TEST_F(BitmapPngTest, SavedBitmapReadsBackPixelForPixelAndAFailedSaveLeavesTheOl
     ASSERT_TRUE(PLBitmap(240, 320, pixels).SavePNG(PathOf("keep.png"), error)) << error;
     EXPECT_FALSE(PLBitmap(0, 0).SavePNG(PathOf("keep.png"), error));
     EXPECT_FALSE(PLBitmap(1, 1).SavePNG(PathOf("no/such/dir/x.png"), error));
-    auto loaded = Load("keep.png", 240, 320);
-    ASSERT_NE(loaded, nullptr);
+    PLBitmap* loaded = nullptr;
+    ASSERT_TRUE(PLBitmap::LoadPNG(PathOf("keep.png"), loaded, error)) << error;
+    std::unique_ptr<PLBitmap> owner(loaded);
+    ASSERT_EQ(std::make_pair(loaded->GetWidth(), loaded->GetHeight()), std::make_pair(240, 320));
     EXPECT_TRUE(std::equal(pixels.begin(), pixels.end(), loaded->Pixels()));
 }
 
-TEST_F(BitmapPngTest, EveryColourTypeIsReadAsArgb) {
-    struct Row {
-        const char* name;
-        Bytes png;
-        uint32_t left, right;  // the two pixels of a 2 x 1 image
-    };
-    // clang-format off
-    const std::vector<Row> rows = {
-        {"grey 8-bit", MakePng(2, 1, 8, 0, {0, 0x00, 0x80}), 0xFF000000, 0xFF808080},
-        {"grey with alpha", MakePng(2, 1, 8, 4, {0, 0x40, 0x00, 0xFF, 0x7F}), 0x00404040, 0x7FFFFFFF},
-        {"grey 1-bit", MakePng(2, 1, 1, 0, {0, 0x80}), 0xFFFFFFFF, 0xFF000000},
-        {"RGB 8-bit", MakePng(2, 1, 8, 2, {0, 1, 2, 3, 250, 251, 252}), 0xFF010203, 0xFFFAFBFC},
-        {"RGB 16-bit keeps the high bytes",
-         MakePng(2, 1, 16, 2, {0, 0x12, 0, 0x34, 0, 0x56, 0, 0xAB, 0, 0xCD, 0, 0xEF, 0}), 0xFF123456, 0xFFABCDEF},
-        {"RGBA", MakePng(2, 1, 8, 6, {0, 9, 8, 7, 0, 1, 2, 3, 200}), 0x00090807, 0xC8010203},
-        {"palette with transparency",
-         MakePng(2, 1, 8, 3, {0, 1, 0}, {10, 20, 30, 40, 50, 60}, {0x80}), 0xFF28323C, 0x800A141E},
-    };
-    // clang-format on
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        WriteBytes(PathOf("typed.png"), row.png);
-        auto loaded = Load("typed.png", 2, 1);
-        ASSERT_NE(loaded, nullptr);
-        EXPECT_EQ(loaded->GetPixel(0, 0), row.left);
-        EXPECT_EQ(loaded->GetPixel(1, 0), row.right);
-    }
-}
-
-TEST_F(BitmapPngTest, DamagedFilesAreRefusedWithAMessage) {
+// Every colour type is read as ARGB (the two pixels of a 2 x 1 image); damaged files are refused
+// with a message that names the file.
+TEST_F(BitmapPngTest, EveryColourTypeIsReadAsArgbAndDamageIsRefused) {
     const Bytes good = MakePng(2, 1, 8, 2, {0, 1, 2, 3, 4, 5, 6});
     auto damaged = [&good](size_t at, uint8_t value) {
         Bytes copy = good;
@@ -392,31 +355,50 @@ TEST_F(BitmapPngTest, DamagedFilesAreRefusedWithAMessage) {
         return copy;
     };
     const size_t idatData = 8 + 25 + 8 + 2;  // signature, IHDR chunk, IDAT length+type, zlib header
-    const std::vector<std::tuple<const char*, Bytes, bool>> rows = {
-        {"missing file", {}, false},
-        {"empty file", {}, true},
-        {"not a PNG", Bytes{'G', 'I', 'F', '8', '9', 'a', 0, 0, 0, 0}, true},
-        {"cut after the signature", Bytes(good.begin(), good.begin() + 8), true},
-        {"cut inside the image data", Bytes(good.begin(), good.begin() + 50), true},
-        {"header checksum wrong", damaged(8 + 8 + 13, 0x00), true},
-        {"image data checksum wrong", damaged(idatData + 3, 0x77), true},
-        {"width of zero", MakePng(0, 1, 8, 2, {0}), true},
-        {"gigantic size", MakePng(100000, 100000, 8, 2, {0, 1, 2, 3}), true},
-        {"impossible bit depth", MakePng(2, 1, 7, 2, {0, 1, 2, 3, 4, 5, 6}), true},
-        {"palette image without a palette", MakePng(2, 1, 8, 3, {0, 0, 1}), true},
+    constexpr bool kRefused = false;
+    // clang-format off
+    struct Row { const char* name; Bytes png; bool loads; uint32_t left, right; };
+    const std::vector<Row> rows = {
+        {"grey 8-bit", MakePng(2, 1, 8, 0, {0, 0x00, 0x80}), true, 0xFF000000, 0xFF808080},
+        {"grey with alpha", MakePng(2, 1, 8, 4, {0, 0x40, 0x00, 0xFF, 0x7F}), true, 0x00404040, 0x7FFFFFFF},
+        {"grey 1-bit", MakePng(2, 1, 1, 0, {0, 0x80}), true, 0xFFFFFFFF, 0xFF000000},
+        {"RGB 8-bit", MakePng(2, 1, 8, 2, {0, 1, 2, 3, 250, 251, 252}), true, 0xFF010203, 0xFFFAFBFC},
+        {"RGB 16-bit keeps the high bytes",
+         MakePng(2, 1, 16, 2, {0, 0x12, 0, 0x34, 0, 0x56, 0, 0xAB, 0, 0xCD, 0, 0xEF, 0}), true, 0xFF123456, 0xFFABCDEF},
+        {"RGBA", MakePng(2, 1, 8, 6, {0, 9, 8, 7, 0, 1, 2, 3, 200}), true, 0x00090807, 0xC8010203},
+        {"palette with transparency", MakePng(2, 1, 8, 3, {0, 1, 0}, {10, 20, 30, 40, 50, 60}, {0x80}), true, 0xFF28323C, 0x800A141E},
+        {"missing file", {}, kRefused, 0, 0},
+        {"empty file", {}, kRefused, 0, 0},
+        {"not a PNG", Bytes{'G', 'I', 'F', '8', '9', 'a', 0, 0, 0, 0}, kRefused, 0, 0},
+        {"cut after the signature", Bytes(good.begin(), good.begin() + 8), kRefused, 0, 0},
+        {"cut inside the image data", Bytes(good.begin(), good.begin() + 50), kRefused, 0, 0},
+        {"header checksum wrong", damaged(8 + 8 + 13, 0x00), kRefused, 0, 0},
+        {"image data checksum wrong", damaged(idatData + 3, 0x77), kRefused, 0, 0},
+        {"width of zero", MakePng(0, 1, 8, 2, {0}), kRefused, 0, 0},
+        {"gigantic size", MakePng(100000, 100000, 8, 2, {0, 1, 2, 3}), kRefused, 0, 0},
+        {"impossible bit depth", MakePng(2, 1, 7, 2, {0, 1, 2, 3, 4, 5, 6}), kRefused, 0, 0},
+        {"palette image without a palette", MakePng(2, 1, 8, 3, {0, 0, 1}), kRefused, 0, 0},
     };
-    for (const auto& [name, bytes, write] : rows) {
-        SCOPED_TRACE(name);
-        const std::string path = PathOf(write ? "bad.png" : "absent.png");
-        if (write) {
-            WriteBytes(path, bytes);
+    // clang-format on
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::string path = PathOf(std::string(row.name) + ".png");
+        if (row.name != std::string("missing file")) {
+            WriteBytes(path, row.png);
         }
         PLBitmap stale(1, 1);
         PLBitmap* loaded = &stale;  // a failed load must not leave an old pointer behind
         std::string error;
-        EXPECT_FALSE(PLBitmap::LoadPNG(path, loaded, error));
-        EXPECT_EQ(loaded, nullptr);
-        EXPECT_NE(error.find(path), std::string::npos) << "the message names the file: " << error;
+        ASSERT_EQ(PLBitmap::LoadPNG(path, loaded, error), row.loads) << error;
+        std::unique_ptr<PLBitmap> owner(row.loads ? loaded : nullptr);
+        if (!row.loads) {
+            EXPECT_EQ(loaded, nullptr);
+            EXPECT_NE(error.find(path), std::string::npos) << "the message names the file";
+            continue;
+        }
+        ASSERT_EQ(std::make_pair(loaded->GetWidth(), loaded->GetHeight()), std::make_pair(2, 1));
+        EXPECT_EQ(std::make_pair(loaded->GetPixel(0, 0), loaded->GetPixel(1, 0)),
+                  std::make_pair(row.left, row.right));
     }
 }
 
@@ -434,21 +416,14 @@ TEST_F(ResourceCompilerTest, CompilesTextsBitmapsAndFamilies) {
                 output),
         0)
         << output;
-    PLResourceFileManager manager(1, true);
     ASSERT_TRUE(manager.LoadFromFile(PathOf("out.rsc"), false)) << manager.GetLastError();
-    const std::pair<uint32_t, const char*> texts[] = {
-        {10032, "Month"}, {10942, "two\nlines "}, {11, "a\\b \t"}};
-    for (const auto& [id, expected] : texts) {
-        PLBasicString<char> text;
-        EXPECT_TRUE(manager.GetText(id, text));
-        EXPECT_EQ(text.str(), expected);
-    }
-    auto bitmap =
-        static_cast<const PLBitmap*>(manager.GetResource(kPLResBitmap, 10130, kPLWildcard));
+    EXPECT_EQ((std::vector<std::string>{Text(10032), Text(10942), Text(11)}),
+              (std::vector<std::string>{"Month", "two\nlines ", "a\\b \t"}));
+    auto bitmap = static_cast<const PLBitmap*>(Get(kPLResBitmap, 10130));
     ASSERT_NE(bitmap, nullptr);
     EXPECT_EQ(bitmap->GetPixel(0, 0), 0xFF0066FFu);
     EXPECT_EQ(bitmap->GetPixel(1, 0) >> 24, 0x80u);
-    EXPECT_NE(manager.GetResource(kPLResBitmapFamily, 30371, kPLWildcard), nullptr);
+    EXPECT_NE(Get(kPLResBitmapFamily, 30371), nullptr);
 
     // Command-line mistakes are usage errors.
     for (const char* arguments : {"", "only-one-argument", "--required", "--bogus a b", "a b c"}) {
@@ -463,11 +438,8 @@ TEST_F(ResourceCompilerTest, RefusesBadSourcesWithFileAndLine) {
     const std::pair<std::string, std::string> text = {"texts.txt", "1 a\n"},
                                               png = {"bitmaps/7.png", "@png"};
     // clang-format off
-    struct Row {
-        const char* name;
-        std::map<std::string, std::string> files;
-        const char* message;  // expected in the output
-    } rows[] = {
+    // `message` is expected in the output.
+    struct Row { const char* name; std::map<std::string, std::string> files; const char* message; } rows[] = {
         {"id without text", {{"texts.txt", "1 ok\n10032\n"}}, "texts.txt:2:"},
         {"id not a number", {{"texts.txt", "# c\nabc Month\n"}}, "texts.txt:2:"},
         {"id zero", {{"texts.txt", "0 Zero\n"}}, "texts.txt:1:"},
