@@ -1,5 +1,5 @@
-// Alarm daemon and alert store: rule texts of every builder, their expansion by libical, the
-// daemon's and the alert store's records.
+// Alarm daemon and alert store: when the rules of every builder ring (expanded by libical, in
+// zones east and west), bad rule texts, and the daemon's and the alert store's records.
 #include <cstring>
 #include <string>
 #include <vector>
@@ -58,7 +58,6 @@ bool Build(const RuleRow& r, AP_ALERT_CONTEXT* context, long time) {
 TEST_F(AlarmDaemonTest, BuildersWriteRulesThatRingWhenMeant) {
     using B = Builder;
     const std::string full(sizeof(AP_ALERT_CONTEXT::rule), 'F');
-    const char* const kFull = full.c_str();
     // clang-format off
     const std::vector<RuleRow> rows = {
         {"daily_count", "UTC", B::kDaily, 2, 0, 0, 5, 0, 20250310, 9, 30, {20250310, 20250312, 20250314, 20250316, 20250318}},
@@ -83,7 +82,7 @@ TEST_F(AlarmDaemonTest, BuildersWriteRulesThatRingWhenMeant) {
         {"window_before_the_end", "UTC", B::kDaily, 1, 0, 0, 0xFFFFF, 20301231, 20250101, 9, 0, {20301231}, 20301230},
         {"no_rule_rings_once", "UTC", B::kDaily, 1, 0, 0, 0, 0, 20250101, 9, 0, {20250101}, 0, ""},
         {"not_a_rule", "UTC", B::kDaily, 1, 0, 0, 0, 0, 20250101, 9, 0, {}, 0, "FREQ=SOMETIMES;BYDAY=XX"},
-        {"rule_without_nul", "UTC", B::kDaily, 1, 0, 0, 0, 0, 20250101, 9, 0, {}, 0, kFull},
+        {"rule_without_nul", "UTC", B::kDaily, 1, 0, 0, 0, 0, 20250101, 9, 0, {}, 0, full.c_str()},
         {"daily_interval_zero", "UTC", B::kDaily, 0, 0, 0, 5, 0, 0, 0, 0, {}},
         {"weekly_no_day", "UTC", B::kWeekly, 1, 0x80, 0, 5, 0, 0, 0, 0, {}},
         {"monthly_day_45", "UTC", B::kMonthDay, 1, 45, 0, 5, 0, 0, 0, 0, {}},
@@ -131,13 +130,11 @@ TEST_F(AlarmDaemonTest, RecordsKeepEveryByteAndMissingIdsFail) {
     AP_ALERT_CONTEXT second = first;
     EXPECT_EQ(APAlertDB_AddAlert(&first), 1);
     EXPECT_EQ(APAlertDB_AddAlert(&second), 2);
-    EXPECT_EQ(first.alertId, 1);
     first.alertTime = 1234;
     EXPECT_EQ(APAlertDB_UpdateAlert(&first), 1);
     std::vector<AP_ALERT_CONTEXT> all;
     std::string error;
-    ASSERT_TRUE(APAlertDB_ListAlerts(all, error));
-    ASSERT_EQ(all.size(), 2u);
+    ASSERT_TRUE(APAlertDB_ListAlerts(all, error) && all.size() == 2) << error;
     EXPECT_EQ(std::memcmp(&all[0], &first, sizeof first), 0);
     EXPECT_EQ(std::memcmp(&all[1], &second, sizeof second), 0);
     first.alertId = 99;

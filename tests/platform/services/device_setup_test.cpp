@@ -18,7 +18,7 @@ class DeviceSetupTest : public StoreRootTest {
 protected:
     void SetUp() override {
         StoreRootTest::SetUp();
-        mInstall = Root() + "-install";
+        mInstall = Root() + "/install";  // goes with the root
         std::filesystem::create_directories(mInstall + "/share");
         std::filesystem::create_directories(mInstall + "/lib");
         WriteFile(mInstall + "/share/calendar.rsc", "resources v1");
@@ -33,7 +33,6 @@ protected:
         } else {
             setenv("CAL_INSTALL_DIR", mSaved.c_str(), 1);
         }
-        std::filesystem::remove_all(mInstall);
         StoreRootTest::TearDown();
     }
     void Populate() {

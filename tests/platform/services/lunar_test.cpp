@@ -1,12 +1,8 @@
-// Lunar dates against ICU's Chinese calendar on every day of the supported range (both ends, every
-// leap month and leap day included), the months ICU gets wrong by name, and refusals of dates that
-// cannot be converted.
-//
-// ICU 72 reckons new moons and solar terms with theories that are off by some minutes. Where a new
-// moon, or a principal term that decides a leap month, falls within a quarter of an hour of
-// midnight in China, ICU puts a month on the wrong day; those months are listed below with the
-// date that published calendars give and the reason, and the comparison with ICU skips exactly
-// those days.
+// Lunar dates against ICU's Chinese calendar on every day of the supported range, and refusals of
+// dates that cannot be converted. ICU 72 reckons new moons and solar terms some minutes off: where
+// a new moon, or a principal term that decides a leap month, falls within a quarter of an hour of
+// midnight in China, ICU puts a month a day off. Those months are listed with the date published
+// calendars give and the reason, and the comparison with ICU skips exactly those days.
 #include <gtest/gtest.h>
 #include <unicode/calendar.h>
 #include <unicode/timezone.h>

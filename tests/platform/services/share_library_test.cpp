@@ -19,20 +19,18 @@
 
 namespace {
 
-class ScriptedSource : public PLEventSource {
-public:
-    explicit ScriptedSource(std::deque<PLEvent> events) : mEvents(std::move(events)) {}
+// Hands the event loop a fixed list of events, then reports the end of input.
+struct ScriptedSource : PLEventSource {
+    explicit ScriptedSource(std::deque<PLEvent> script) : events(std::move(script)) {}
     bool NextEvent(PLEventLoop&, PLEvent& event) override {
-        if (mEvents.empty()) {
+        if (events.empty()) {
             return false;
         }
-        event = mEvents.front();
-        mEvents.pop_front();
+        event = events.front();
+        events.pop_front();
         return true;
     }
-
-private:
-    std::deque<PLEvent> mEvents;
+    std::deque<PLEvent> events;
 };
 
 // Screen points of the sheet's two buttons (the sheet sits below the 45-pixel status area).
