@@ -149,7 +149,6 @@ TEST_F(GuiTest, KeysGoToTheTargetThenToTheApplicationAndEndLoops) {
             Loop().Run();
         }
         EXPECT_EQ(source.events.size(), left);
-        EXPECT_EQ(Loop().GetNestingDepth(), 0);
         Loop().Reset();
     }
     PLAppContext::GetInstance()->SetApplication(nullptr);

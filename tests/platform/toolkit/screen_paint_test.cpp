@@ -76,7 +76,6 @@ TEST_F(ScreenPaintTest, PanesPaintOnlyWhereTheyAreVisible) {
              Screen().Update(); },
          {{80, 120, kBlue}, {70, 110, kBlue}, {69, 109, kRed}, {80, 140, kWhite}, {120, 120, kWhite},
           {119, 139, kBlue}, {200, 10, kWhite}}},
-        {"shown and attached", nested(false, false), {{15, 15, kBlue}}},
         {"a hidden parent hides its children", nested(true, false), {{15, 15, kWhite}}},
         {"a parent not on the screen's root", nested(false, true), {{15, 15, kWhite}}},
         {"the bitmap background is painted before the pane", [](ScreenPaintTest& t) {

@@ -33,12 +33,8 @@ PLBitmap Drawn(const std::string& text, int width, int height, PLRect rect,
     return paper;
 }
 
-PLFont* Small() {
-    return PLFont::GetFont(PLFourCC("UC16"));
-}
-PLFont* Large() {
-    return PLFont::GetFont(PLFourCC("UC24"));
-}
+PLFont* const kSmall = PLFont::GetFont(PLFourCC("UC16"));
+PLFont* const kLarge = PLFont::GetFont(PLFourCC("UC24"));
 
 TEST(TextRender, DecodingTurnsEveryBadByteIntoAReplacementMark) {
     constexpr char32_t R = PLFont::kReplacementCharacter;
@@ -68,7 +64,7 @@ TEST(TextRender, DecodingTurnsEveryBadByteIntoAReplacementMark) {
 }
 
 TEST(TextRender, FontsMeasureAndDrawLatinAndCjk) {
-    EXPECT_EQ(PLFont::GetFont(PLFourCC("XXXX")), Small()) << "an unknown code falls back";
+    EXPECT_EQ(PLFont::GetFont(PLFourCC("XXXX")), kSmall) << "an unknown code falls back";
     // clang-format off
     const std::string texts[] = {"Hello", "\xc3\x9c" "ber", "\xe6\x97\xa5\xe5\x8e\x86", "\xff\xfe\xfd"};
     // clang-format on
@@ -76,13 +72,13 @@ TEST(TextRender, FontsMeasureAndDrawLatinAndCjk) {
         SCOPED_TRACE(text);
         const PLRect ink = InkBox(Drawn(text, 200, 40, {0, 0, 40, 200}));
         EXPECT_FALSE(ink.IsEmpty()) << "something was drawn";
-        const int width = Small()->MeasureText(text);
+        const int width = kSmall->MeasureText(text);
         EXPECT_GT(width, 0);
         EXPECT_LE(ink.Width(), width + 2) << "ink stays within the measured width";
-        EXPECT_GT(Large()->MeasureText(text), width) << "the larger font is wider";
+        EXPECT_GT(kLarge->MeasureText(text), width) << "the larger font is wider";
     }
-    const int cjkCharacter = Small()->MeasureText("\xe6\x97\xa5");
-    EXPECT_GT(cjkCharacter, Small()->MeasureText(" "));
+    const int cjkCharacter = kSmall->MeasureText("\xe6\x97\xa5");
+    EXPECT_GT(cjkCharacter, kSmall->MeasureText(" "));
     EXPECT_GE(cjkCharacter, 12) << "a CJK character is about a square";
 }
 
@@ -90,7 +86,7 @@ TEST(TextRender, FontsMeasureAndDrawLatinAndCjk) {
 // the rectangle or at offset.v, always inside the rectangle; a length limits the bytes drawn.
 TEST(TextRender, JustificationCentringLengthAndClipPlaceTheLine) {
     const PLRect rect{10, 20, 50, 180};  // 40 high, 160 wide
-    PLFont* font = Small();
+    PLFont* font = kSmall;
     const int width = font->MeasureText("Ag8");
     const int lineHeight = font->GetLineHeight();
     const int centredTop = rect.top + (rect.Height() - lineHeight) / 2;
