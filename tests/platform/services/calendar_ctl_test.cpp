@@ -56,7 +56,7 @@ protected:
         const std::string out = Root() + "/ctl-out", err = Root() + "/ctl-err";
         const int status = std::system((command + " >" + out + " 2>" + err).c_str());
         CtlRun run{WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};
-        // A normal build carries its resource file and share library: no set-up complaint.
+        // The tool finds the program files in the build it runs from: no set-up complaint.
         EXPECT_EQ(run.err.find("device set-up"), std::string::npos) << run.err;
         return run;
     }
