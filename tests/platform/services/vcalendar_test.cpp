@@ -1,14 +1,19 @@
-// Calendar files: every export follows the file rules, reads back with libical's independent
-// vCalendar reader and imports back field for field; malformed or unholdable input is reported by
-// line without stopping the other events.
+// Calendar files: every export follows the file rules, reads back with two independent readers
+// (libical's vCalendar reader and Python's vobject) and imports back field for field; malformed
+// or unholdable input is reported by line without stopping the other events.
 #include <libical/ical.h>
 #include <libical/vcc.h>
 extern "C" {
 #include <libical/icalvcal.h>
 }
 
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <fstream>
+#include <map>
 #include <regex>
+#include <sstream>
 #include <tuple>
 
 #include "APVCalendarImport.h"
@@ -179,6 +184,84 @@ TEST_F(VCalendarTest, ExportsFollowTheFileRulesReadBackAndImportFieldForField) {
         EXPECT_EQ(events[0].hasAlarm, c.record.alarm != 0);
         EXPECT_EQ(std::make_tuple(events[0].leadSeconds, events[0].leadAmount, events[0].leadUnit),
                   std::make_tuple(c.lead, c.leadAmount, c.leadUnit));
+    }
+}
+
+// Python's vobject, the second independent reader: prints each file's fields as hex so that any
+// byte survives the pipe.
+const char* kVobjectScript = R"(
+import sys, vobject
+for path in sys.argv[1:]:
+    event = vobject.readOne(open(path, encoding='utf-8').read()).vevent
+    print('FILE', path)
+    for name in ['summary', 'location', 'description', 'categories', 'dtstart', 'rrule', 'dalarm']:
+        items = event.contents.get(name)
+        value = items[0].value if items else ''
+        value = value[0] if isinstance(value, list) else value
+        value = value.isoformat() if hasattr(value, 'isoformat') else str(value)
+        print(name, value.replace('\r\n', '\n').encode('utf-8').hex() or '-')
+)";
+
+// libical's "20260315T090000Z" as vobject's isoformat: "2026-03-15T09:00:00+00:00".
+std::string IsoFromICal(const std::string& t) {
+    std::string iso = t.substr(0, 4) + "-" + t.substr(4, 2) + "-" + t.substr(6, 2) + "T" +
+                      t.substr(9, 2) + ":" + t.substr(11, 2) + ":" + t.substr(13, 2);
+    return t.back() == 'Z' ? iso + "+00:00" : iso;
+}
+
+// Field name -> value, per file, as vobject reads them.
+std::map<std::string, std::map<std::string, std::string>> ReadWithVobject(
+    const std::string& script, const std::vector<std::string>& files) {
+    std::string command = "/usr/bin/python3 '" + script + "'";
+    for (const std::string& file : files) {
+        command += " '" + file + "'";
+    }
+    std::map<std::string, std::map<std::string, std::string>> result;
+    FILE* pipe = popen(command.c_str(), "r");
+    char line[8192];
+    std::string current;
+    while (pipe != nullptr && std::fgets(line, sizeof line, pipe) != nullptr) {
+        std::istringstream words(line);
+        std::string key, hex, value;
+        words >> key >> hex;
+        if (key == "FILE") {
+            current = hex;  // the path itself
+            continue;
+        }
+        for (size_t i = 0; hex != "-" && i + 1 < hex.size(); i += 2) {
+            value += char(std::stoi(hex.substr(i, 2), nullptr, 16));
+        }
+        result[current][key] = value;
+    }
+    if (pipe != nullptr) {
+        pclose(pipe);
+    }
+    return result;
+}
+
+TEST_F(VCalendarTest, VobjectReadsEveryExportBack) {
+    ASSERT_EQ(std::system("/usr/bin/python3 -c 'import vobject' 2>/dev/null"), 0)
+        << "the tests need Debian's python3-vobject (scripts/setup.sh installs it)";
+    std::vector<ExportCase> cases = ExportCases();
+    std::vector<std::string> files;
+    for (ExportCase& c : cases) {
+        files.push_back(HostPath("/tmp/" + c.name + ".vcs"));
+        ASSERT_EQ(MakeQnvCalendarWithLead("/tmp/" + c.name + ".vcs", &c.record, c.lead), 1);
+    }
+    const std::string script = HostPath("/tmp/read_vcs.py");
+    std::ofstream(script) << kVobjectScript;
+    auto read = ReadWithVobject(script, files);
+    ASSERT_EQ(read.size(), cases.size()) << "vobject read every file";
+    for (size_t i = 0; i < cases.size(); ++i) {
+        const ExportCase& c = cases[i];
+        SCOPED_TRACE(c.name);
+        auto& f = read[files[i]];
+        EXPECT_EQ(
+            std::tie(f["summary"], f["location"], f["description"], f["categories"], f["dtstart"],
+                     f["rrule"]),
+            std::make_tuple(Stored(c.record.subject), Stored(c.record.location),
+                            Stored(c.record.notes), c.category, IsoFromICal(c.dtstart), c.rule));
+        EXPECT_EQ(f["dalarm"].substr(0, c.alarm.size()), c.alarm);
     }
 }
 
