@@ -1,8 +1,9 @@
-// Lunar dates against ICU's Chinese calendar on every day of the supported range, and refusals of
-// dates that cannot be converted. ICU 72 reckons new moons and solar terms some minutes off: where
-// a new moon, or a principal term that decides a leap month, falls within a quarter of an hour of
-// midnight in China, ICU puts a month a day off. Those months are listed with the date published
-// calendars give and the reason, and the comparison with ICU skips exactly those days.
+// Lunar dates against ICU's Chinese calendar on every day of the supported range, the known hard
+// years by name, and refusals of dates that cannot be converted. ICU 72 reckons new moons and solar
+// terms some minutes off: where a new moon, or a principal term that decides a leap month, falls
+// within a quarter of an hour of midnight in China, ICU puts a month a day off. Those months are
+// listed with the date published calendars give and the reason, and the comparison with ICU skips
+// exactly those days.
 #include <gtest/gtest.h>
 #include <unicode/calendar.h>
 #include <unicode/timezone.h>
@@ -99,6 +100,30 @@ TEST(LunarTest, AgreesWithIcuOnEveryDayOfTheRangeAndWithPublishedCalendarsWhereI
         // The whole run is one lunar month (or a leap month and its neighbour), counted on by day.
         const int next = std::get<2>(Mine(m.first + 1));
         EXPECT_TRUE(next == std::get<2>(m.expected) + 1 || next == 1) << next;
+    }
+}
+
+// The years that trip up simple converters: a leap month late in the year (1984, 2033), or soon
+// after a new year near a solar term (2017, 2020, 2023, 2025).
+TEST(LunarTest, HardYearsBeginAndLeapWhereThePublishedCalendarsSay) {
+    // Lunar year, its new year's day, its leap month and that month's first day.
+    const std::tuple<const char*, int, PLDate, int, PLDate> rows[] = {
+        {"1984_leap_10", 1984, {1984, 2, 2}, 10, {1984, 11, 23}},
+        {"2017_leap_6", 2017, {2017, 1, 28}, 6, {2017, 7, 23}},
+        {"2020_leap_4", 2020, {2020, 1, 25}, 4, {2020, 5, 23}},
+        {"2023_leap_2", 2023, {2023, 1, 22}, 2, {2023, 3, 22}},
+        {"2025_leap_6", 2025, {2025, 1, 29}, 6, {2025, 7, 25}},
+        {"2033_leap_11", 2033, {2033, 1, 31}, 11, {2033, 12, 22}},
+    };
+    for (const auto& [name, year, newYear, leapMonth, leapStart] : rows) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(Mine(newYear), (Lunar{year, 1, 1, 0}));
+        EXPECT_EQ(std::get<0>(Mine(newYear - 1)), year - 1);
+        EXPECT_EQ(std::get<1>(Mine(newYear - 1)), 12);
+        EXPECT_EQ(Mine(leapStart), (Lunar{year, leapMonth, 1, 1}));
+        // A leap month follows the ordinary month of the same number.
+        EXPECT_EQ(std::get<1>(Mine(leapStart - 1)), leapMonth);
+        EXPECT_EQ(std::get<3>(Mine(leapStart - 1)), 0);
     }
 }
 
