@@ -32,6 +32,10 @@ TEST(PLTimeStampTest, LocalDateAndTimeToStampAcrossZonesAndDaylightSaving) {
         {"new york spring gap", "America/New_York", {2026, 3, 8, 2, 30, 0}, {2026, 3, 8, 7, 30, 0}, false},
         {"new york midnight of change", "America/New_York", {2026, 11, 1, 0, 0, 0}, {2026, 11, 1, 4, 0, 0}, true},
         {"shanghai new year", "Asia/Shanghai", {2027, 1, 1, 0, 0, 0}, {2026, 12, 31, 16, 0, 0}, true},
+        // Britain kept summer time all year from 1968 to 1971: the first day shown is an hour before
+        // the epoch, so its stamp is negative.
+        {"1970 limit in london", "Europe/London", {1970, 1, 1, 0, 0, 0}, {1969, 12, 31, 23, 0, 0}, true},
+        {"1970 limit in new york", "America/New_York", {1970, 1, 1, 0, 0, 0}, {1970, 1, 1, 5, 0, 0}, true},
         {"series limit in shanghai", "Asia/Shanghai", {2030, 12, 31, 23, 59, 59}, {2030, 12, 31, 15, 59, 59}, true},
     };
     // clang-format on
