@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kSunday = 1, kMonday = 2, kTuesday = 3, kWednesday = 4, kThursday = 5, kFriday = 6;
+constexpr int kSunday = 1, kMonday = 2, kWednesday = 4, kThursday = 5, kFriday = 6;
 
 using YMD = std::tuple<int, int, int>;
 
