@@ -10,4 +10,3 @@
 
 bool PLHostSendMessage(const std::string& deviceRoot, uint32_t messageID, uint32_t a, uint32_t b,
                        const std::string& s1, const std::string& s2, std::string& error);
-
