@@ -25,8 +25,6 @@ public:
 
     const sockaddr* Get() const { return reinterpret_cast<const sockaddr*>(&mAddress); }
     socklen_t Size() const { return sizeof(mAddress); }
-    // True when the path is reached through an open directory rather than spelled out.
-    bool ThroughDirectory() const { return mDirectory >= 0; }
 
 private:
     bool Fill(const std::string& text);
