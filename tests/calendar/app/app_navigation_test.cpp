@@ -98,13 +98,16 @@ TEST_F(CalendarAppTest, OpeningAndReturning) {
         uint32_t close, back;
     } rows[] = {
         // clang-format off
-        {"settings from the week", 11415, 11200, 11816, kPLMsgSelect, 11810, 11400, 14, 11402, 11200},
-        {"form from the day's options", 11416, 11300, 11811, kPLMsgSelect, 11810, 11500, 9, 11526, 11300},
+        {"settings from the week", 11415, 11200, 11816, kPLMsgSelect, 11810, 11400, 14, 11402,
+         11200},
+        {"form from the day's options", 11416, 11300, 11811, kPLMsgSelect, 11810, 11500, 9, 11526,
+         11300},
         {"form asked for by the day", 11416, 11300, 0, kPLMsgUp, 11300, 11500, 14, 11526, 11300},
         // The form stores nothing yet: save must not take it off the screen.
         {"failed save keeps the form", 11416, 11300, 0, kPLMsgUp, 11300, 11500, 14, 11525, 11500},
         {"day asked for by the month", 11414, 11100, 0, kPLMsgUp, 11100, 11300, 9, 0, 11300},
-        {"an unknown default view starts in the month", 12345, 11100, 0, kPLMsgUp, 11100, 11300, 9, 0, 11300},
+        {"an unknown default view starts in the month", 12345, 11100, 0, kPLMsgUp, 11100, 11300, 9,
+         0, 11300},
         {"day asked for by the week's hours", 11415, 11200, 0, kPLMsgUp, 11207, 11300, 9, 0, 11300},
         // clang-format on
     };
@@ -146,7 +149,8 @@ TEST_F(CalendarAppTest, FirstWeekdayIsTheStoredOptionLess11423In16Bits) {
         uint16_t weekday;
     } rows[] = {
         // clang-format off
-        {"sunday", 11424, 1}, {"saturday", 11430, 7}, {"one below", 11423, 0}, {"one above", 11431, 8},
+        {"sunday", 11424, 1}, {"saturday", 11430, 7}, {"one below", 11423, 0}, {"one above", 11431,
+         8},
         {"zero wraps", 0, uint16_t(0 - 11423)},
         // clang-format on
     };

@@ -78,44 +78,68 @@ std::vector<std::string> Timed(const char* start, const char* end,
 // its alarm ringing as the original's.
 TEST_F(CalendarCtlTest, AddsEventsAsTheApplicationStoresThemAndExportsThemWhole) {
     // Name, command, words of `event show` split at '|'.
-    // clang-format off
     const std::vector<std::tuple<const char*, std::vector<std::string>, std::string>> rows = {
-        {"single_texts_choices", Timed("2025-03-10 09:00", "2025-03-10 10:00", {"--subject", "Grüße", "--location", "Café",
-                                 "--notes", "one\ntwo", "--colour", "11550", "--class", "11562", "--alarm", "11531"}),
-         "kind=0|a=0|recurring=0|subject=Grüße|notes=\"one\\ntwo\"|last_local=\"2025-03-10 10:00:00\"|colour=11550|"
+        {"single_texts_choices",
+         Timed("2025-03-10 09:00", "2025-03-10 10:00",
+               {"--subject", "Grüße", "--location", "Café", "--notes", "one\ntwo", "--colour",
+                "11550", "--class", "11562", "--alarm", "11531"}),
+         "kind=0|a=0|recurring=0|subject=Grüße|notes=\"one\\ntwo\"|last_local=\"2025-03-10 "
+         "10:00:00\"|colour=11550|"
          "class=11562|lead_amount=0"},
-        {"daily_count", Timed("2025-03-10 09:00", "2025-03-10 10:00", {"--repeat", "daily", "--interval", "2", "--count", "5"}),
+        {"daily_count",
+         Timed("2025-03-10 09:00", "2025-03-10 10:00",
+               {"--repeat", "daily", "--interval", "2", "--count", "5"}),
+
          "kind=1|c=5|last_local=\"2025-03-18 09:00:00\""},
-        {"workdays_until", Timed("2025-03-10 09:00", "2025-03-10 10:00", {"--repeat", "workdays", "--until", "2025-04-30"}),
+        {"workdays_until",
+         Timed("2025-03-10 09:00", "2025-03-10 10:00",
+               {"--repeat", "workdays", "--until", "2025-04-30"}),
+
          "b=1|c=0|last_local=\"2025-04-30 23:59:59\""},
-        {"weekly_moves_start", Timed("2025-03-09 18:00", "2025-03-09 19:00", {"--repeat", "weekly:2,4", "--count", "4", "--alarm", "11537"}),
+        {"weekly_moves_start",
+         Timed("2025-03-09 18:00", "2025-03-09 19:00",
+               {"--repeat", "weekly:2,4", "--count", "4", "--alarm", "11537"}),
+
          "kind=2|b=10|start_local=\"2025-03-10 18:00:00\"|end_local=\"2025-03-10 19:00:00\"|"
          "last_local=\"2025-03-19 18:00:00\"|lead_amount=1|lead_unit=2"},
-        {"monthly_31_clamped", Timed("2025-04-10 08:00", "2025-04-10 09:00", {"--repeat", "monthly:31", "--count", "2", "--colour", "11545"}),
+        {"monthly_31_clamped",
+         Timed("2025-04-10 08:00", "2025-04-10 09:00",
+               {"--repeat", "monthly:31", "--count", "2", "--colour", "11545"}),
+
          "start_local=\"2025-04-30 08:00:00\"|last_local=\"2025-05-30 08:00:00\""},
         {"monthly_nth_until",
-         Timed("2025-03-01 08:00", "2025-03-01 08:30", {"--repeat", "monthly:2/3", "--until", "2025-12-31", "--class", "11563"}),
+         Timed("2025-03-01 08:00", "2025-03-01 08:30",
+               {"--repeat", "monthly:2/3", "--until", "2025-12-31", "--class", "11563"}),
          "b=515|c=-1|start_local=\"2025-03-11 08:00:00\"|last_local=\"2025-12-31 23:59:59\""},
-        {"yearly_feb_29", Timed("2024-01-10 08:00", "2024-01-10 09:00", {"--repeat", "yearly:2/29", "--count", "2"}),
+        {"yearly_feb_29",
+         Timed("2024-01-10 08:00", "2024-01-10 09:00", {"--repeat", "yearly:2/29", "--count", "2"}),
+
          "a=2|start_local=\"2024-02-29 08:00:00\"|last_local=\"2025-02-28 08:00:00\""},
-        {"yearly_nth_no_end", Timed("2025-01-01 08:00", "2025-01-01 09:00", {"--repeat", "yearly:5/2/1"}),
+        {"yearly_nth_no_end",
+         Timed("2025-01-01 08:00", "2025-01-01 09:00", {"--repeat", "yearly:5/2/1"}),
          "c=1048575|start_local=\"2025-05-11 08:00:00\"|last_local=\"2030-12-31 23:59:59\""},
-        {"cut_at_2030", Timed("2030-12-25 08:00", "2030-12-25 09:00", {"--repeat", "daily", "--count", "10"}),
+        {"cut_at_2030",
+         Timed("2030-12-25 08:00", "2030-12-25 09:00", {"--repeat", "daily", "--count", "10"}),
          "c=7|last_local=\"2030-12-31 08:00:00\""},
         // Counts far beyond 2030 are cut to what fits, without walking the series for centuries.
         {"weekly_huge_interval",
-         Timed("2025-03-01 10:00", "2025-03-01 11:00", {"--repeat", "weekly:1,7", "--interval", "999", "--count", "999"}),
+         Timed("2025-03-01 10:00", "2025-03-01 11:00",
+               {"--repeat", "weekly:1,7", "--interval", "999", "--count", "999"}),
          "c=1|last_local=\"2025-03-01 10:00:00\""},
-        {"multi_day_yearly", Timed("2025-03-20 22:00", "2025-03-23 00:00", {"--repeat", "yearly:3/20", "--count", "3"}),
+        {"multi_day_yearly",
+         Timed("2025-03-20 22:00", "2025-03-23 00:00", {"--repeat", "yearly:3/20", "--count", "3"}),
+
          "last_local=\"2027-03-20 22:00:00\""},
-        {"all_day_alarm", {"event", "add", "--subject", "Holiday", "--all-day", "--start", "2025-03-20", "--end", "2025-03-21",
-                           "--alarm", "11540"},
+        {"all_day_alarm",
+         {"event", "add", "--subject", "Holiday", "--all-day", "--start", "2025-03-20", "--end",
+          "2025-03-21", "--alarm", "11540"},
          "all_day=1|start_local=\"2025-03-20 00:00:00\"|end_local=\"2025-03-21 23:59:59\"|"
          "last_local=\"2025-03-21 23:59:59\"|alarm=1|lead_amount=1|lead_unit=3"},
-        {"all_day_yearly", {"event", "add", "--subject", "Bday", "--all-day", "--start", "2025-06-15", "--repeat", "yearly:6/15",
-                            "--alarm", "11540"}, "kind=8|c=1048575"},
+        {"all_day_yearly",
+         {"event", "add", "--subject", "Bday", "--all-day", "--start", "2025-06-15", "--repeat",
+          "yearly:6/15", "--alarm", "11540"},
+         "kind=8|c=1048575"},
     };
-    // clang-format on
     const std::string second = Root() + "/second";
     for (size_t i = 0; i < rows.size(); ++i) {
         const auto& [name, words, expected] = rows[i];
@@ -159,26 +183,50 @@ TEST_F(CalendarCtlTest, CommandsAnswerWithTheirStatusAndText) {
     };
     const std::string N = "[^\n]*";
     // Name, command, status, a pattern searched in what the command printed.
-    // clang-format off
     const std::vector<std::tuple<const char*, std::vector<std::string>, int, std::string>> rows = {
-        {"add_series", Timed("2025-03-11 08:00", "2025-03-11 08:30", {"--repeat", "monthly:2/3", "--count", "3"}), 0, "^1\n$"},
-        {"add_all_day", {"event", "add", "--subject", "Holiday", "--all-day", "--start", "2025-03-20", "--end", "2025-03-21",
-                         "--alarm", "11540"}, 0, "^2\n$"},
-        {"month_query", {"query", "month", "2025-03-15"}, 0,
-         "^id=1 " + N + "limit=2025-05-13" + N + "\nid=2 " + N + "last=2025-03-21 " + N + "end_time=23:59:59" + N + "\n$"},
+        {"add_series",
+         Timed("2025-03-11 08:00", "2025-03-11 08:30", {"--repeat", "monthly:2/3", "--count", "3"}),
+         0, "^1\n$"},
+        {"add_all_day",
+         {"event", "add", "--subject", "Holiday", "--all-day", "--start", "2025-03-20", "--end",
+          "2025-03-21", "--alarm", "11540"},
+         0,
+         "^2\n$"},
+        {"month_query",
+         {"query", "month", "2025-03-15"},
+         0,
+         "^id=1 " + N + "limit=2025-05-13" + N + "\nid=2 " + N + "last=2025-03-21 " + N +
+             "end_time=23:59:59" + N + "\n$"},
         // A week holds every series that overlaps it, placed by the view.
-        {"week_with_both", {"query", "week", "2025-03-19"}, 0, "^id=1 " + N + "\nid=2 " + N + "\n$"},
+        {"week_with_both",
+         {"query", "week", "2025-03-19"},
+         0,
+         "^id=1 " + N + "\nid=2 " + N + "\n$"},
         {"week_before_both", {"query", "week", "2025-03-05"}, 0, "^$"},
-        {"day_of_second_occurrence", {"query", "day", "2025-04-08"}, 0, "^id=1 " + N + "hour=8 subject=S " + N + "repeat_icon=1\n$"},
+        {"day_of_second_occurrence",
+         {"query", "day", "2025-04-08"},
+         0,
+         "^id=1 " + N + "hour=8 subject=S " + N + "repeat_icon=1\n$"},
         {"day_between", {"query", "day", "2025-04-09"}, 0, "^$"},
-        {"alarm_a_day_before_at_local_midnight", {"alarm", "list", "--from", "2025-03-01", "--to", "2025-03-31"}, 0,
+        {"alarm_a_day_before_at_local_midnight",
+         {"alarm", "list", "--from", "2025-03-01", "--to", "2025-03-31"},
+         0,
          "^daemon_id=1 " + N + "local_time_flag=1 next=\"2025-03-19 00:00:00\"\n$"},
         {"delete", {"event", "delete", "2"}, 0, "^$"},
-        {"alarm_gone_with_its_event", {"alarm", "list", "--from", "2025-03-01", "--to", "2025-03-31"}, 0, "^$"},
+        {"alarm_gone_with_its_event",
+         {"alarm", "list", "--from", "2025-03-01", "--to", "2025-03-31"},
+         0,
+         "^$"},
         {"delete_again", {"event", "delete", "2"}, 1, "no event 2"},
         // One event imported, the other reported by its file line, and the status says so.
-        {"import_reports_the_unholdable", {"event", "import", file}, 1, "two.ics:10: not imported: RRULE"},
-        {"import_series_ends_on_third_monday", {"event", "show", "3"}, 0, "last_local=\"2025-03-24 10:00:00\" " + N + "kind=2 "},
+        {"import_reports_the_unholdable",
+         {"event", "import", file},
+         1,
+         "two.ics:10: not imported: RRULE"},
+        {"import_series_ends_on_third_monday",
+         {"event", "show", "3"},
+         0,
+         "last_local=\"2025-03-24 10:00:00\" " + N + "kind=2 "},
         {"text", {"text", "10032"}, 0, "."},
         {"lunar", {"lunar", "2025-07-25", "2025-01-29"}, 0, "^2025-07-25 L6-1\n2025-01-29 1-1\n$"},
         {"unknown_command", {"frobnicate"}, 2, "frobnicate"},
@@ -188,11 +236,14 @@ TEST_F(CalendarCtlTest, CommandsAnswerWithTheirStatusAndText) {
         {"ends_before_start", Timed("2025-03-02 10:00", "2025-03-01 10:00"), 2, "ends before"},
         {"weekday_out_of_range", timed({"--repeat", "weekly:9"}), 2, "weekdays"},
         {"until_before_start", timed({"--repeat", "daily", "--until", "2025-03-01"}), 1, "until"},
-        {"count_and_until", timed({"--repeat", "daily", "--count", "2", "--until", "2025-04-01"}), 2, "not both"},
+        {"count_and_until", timed({"--repeat", "daily", "--count", "2", "--until", "2025-04-01"}),
+         2, "not both"},
         {"colour_unknown", timed({"--colour", "5"}), 2, "--colour"},
         {"beyond_32_bit_stamps", Timed("2038-02-01 10:00", "2038-02-01 11:00"), 2, "1902..2037"},
-        {"until_after_2030", timed({"--repeat", "daily", "--until", "2031-01-01"}), 2, "2030-12-31"},
-        {"interval_overflowing", timed({"--repeat", "daily", "--interval", "2147483647"}), 2, "--interval"},
+        {"until_after_2030", timed({"--repeat", "daily", "--until", "2031-01-01"}), 2,
+         "2030-12-31"},
+        {"interval_overflowing", timed({"--repeat", "daily", "--interval", "2147483647"}), 2,
+         "--interval"},
         {"show_missing", {"event", "show", "999"}, 1, "no event 999"},
         {"show_not_a_number", {"event", "show", "x1"}, 2, "ID"},
         {"query_bad_period", {"query", "year", "2025-03-01"}, 2, "month\\|week\\|day"},
@@ -200,9 +251,11 @@ TEST_F(CalendarCtlTest, CommandsAnswerWithTheirStatusAndText) {
         {"config_unknown_key", {"config", "set", "colour", "1"}, 1, "colour"},
         {"text_missing", {"text", "99999"}, 1, "99999"},
         {"lunar_not_a_date", {"lunar", "2025-02-30"}, 2, "2025-02-30"},
-        {"refused_commands_stored_nothing", {"event", "list"}, 0, "^id=3 " + N + "\nid=1 " + N + "\n$"},
+        {"refused_commands_stored_nothing",
+         {"event", "list"},
+         0,
+         "^id=3 " + N + "\nid=1 " + N + "\n$"},
     };
-    // clang-format on
     for (const auto& [name, words, status, says] : rows) {
         SCOPED_TRACE(name);
         const CtlRun run = Ctl(words);

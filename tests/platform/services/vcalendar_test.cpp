@@ -88,19 +88,25 @@ std::vector<ExportCase> ExportCases() {
     allDay.record.classChoice = 11562;
     plain.record.alarm = allDay.record.alarm = 1;
     cases.insert(cases.end(), {plain, allDay});
-    // clang-format off
     cases.push_back(Repeating("daily_every_2_count_10", 1, 2, 0, 10, limit, "D2 #10"));
-    cases.push_back(Repeating("daily_until_date", 1, 1, 0, 0, At(20260401, 23, 59, 59), "D1 20260401T235959"));
-    cases.push_back(Repeating("working_days_no_end", 1, 1, 1, kNoEnd, limit, "W1 MO TU WE TH FR #0"));
-    cases.push_back(Repeating("weekly_mon_wed_fri_until", 2, 1, 0x2A, -1, limit, "W1 MO WE FR 20301231T235959"));
-    cases.push_back(Repeating("weekly_every_3_sunday_saturday_count", 2, 3, 0x41, 4, limit, "W3 SU SA #4"));
+    cases.push_back(
+        Repeating("daily_until_date", 1, 1, 0, 0, At(20260401, 23, 59, 59), "D1 20260401T235959"));
+    cases.push_back(
+        Repeating("working_days_no_end", 1, 1, 1, kNoEnd, limit, "W1 MO TU WE TH FR #0"));
+    cases.push_back(Repeating("weekly_mon_wed_fri_until", 2, 1, 0x2A, -1, limit,
+                              "W1 MO WE FR 20301231T235959"));
+    cases.push_back(
+        Repeating("weekly_every_3_sunday_saturday_count", 2, 3, 0x41, 4, limit, "W3 SU SA #4"));
     cases.push_back(Repeating("monthly_day_15_no_end", 4, 1, 15, kNoEnd, limit, "MD1 15 #0"));
-    cases.push_back(Repeating("monthly_second_tuesday_no_end", 4, 1, 2 * 256 + 3, kNoEnd, limit, "MP1 2+ TU #0"));
-    cases.push_back(Repeating("monthly_last_sunday_every_2_count", 4, 2, 5 * 256 + 1, 3, limit, "MP2 1- SU #3"));
-    cases.push_back(Repeating("monthly_day_until", 4, 1, 15, -1, At(20270115, 23, 59, 59), "MD1 15 20270115T235959"));
+    cases.push_back(Repeating("monthly_second_tuesday_no_end", 4, 1, 2 * 256 + 3, kNoEnd, limit,
+                              "MP1 2+ TU #0"));
+    cases.push_back(Repeating("monthly_last_sunday_every_2_count", 4, 2, 5 * 256 + 1, 3, limit,
+                              "MP2 1- SU #3"));
+    cases.push_back(Repeating("monthly_day_until", 4, 1, 15, -1, At(20270115, 23, 59, 59),
+                              "MD1 15 20270115T235959"));
     cases.push_back(Repeating("yearly_march_15_no_end", 8, 3, 15, kNoEnd, limit, "YM1 3 #0"));
-    cases.push_back(Repeating("yearly_third_sunday_of_march_count", 8, 3, 3 * 256 + 1, 5, limit, "MP12 3+ SU #5"));
-    // clang-format on
+    cases.push_back(Repeating("yearly_third_sunday_of_march_count", 8, 3, 3 * 256 + 1, 5, limit,
+                              "MP12 3+ SU #5"));
     ExportCase text = Timed("non_ascii_multi_line_and_600_byte_text", "");
     SetText(text.record.subject, std::string(598, 'x') + "é");  // a two-byte character ends it
     SetText(text.record.location, "Café 会议 ✓, Zürich; Gleis 3");
@@ -290,24 +296,37 @@ TEST_F(VCalendarTest, MalformedOrUnholdableInputIsReportedByLine) {
         {"bad_date", Calendar(Event("DTSTART:2026-03-15\r\n")), 5, "bad date-time"},
         {"month_13", Calendar(Event("DTSTART:20261315T090000Z\r\n")), 5, "bad date-time"},
         {"no_start", Calendar(Event("LOCATION:x\r\n")), 3, "no DTSTART"},
-        {"end_before_start", Calendar(Event(start + "DTEND:20260314T090000Z\r\n")), 3, "before DTSTART"},
-        {"yearly_by_day_of_year", Calendar(Event(start + "RRULE:YD1 100 #0\r\n")), 6, "cannot be held"},
+        {"end_before_start", Calendar(Event(start + "DTEND:20260314T090000Z\r\n")), 3,
+         "before DTSTART"},
+        {"yearly_by_day_of_year", Calendar(Event(start + "RRULE:YD1 100 #0\r\n")), 6,
+         "cannot be held"},
         {"last_day_of_month", Calendar(Event(start + "RRULE:MD1 LD #0\r\n")), 6, "cannot be held"},
-        {"two_weekdays_by_position", Calendar(Event(start + "RRULE:MP1 2+ MO TU #0\r\n")), 6, "cannot be held"},
+        {"two_weekdays_by_position", Calendar(Event(start + "RRULE:MP1 2+ MO TU #0\r\n")), 6,
+         "cannot be held"},
         {"second_last_week", Calendar(Event(start + "RRULE:MP1 2- MO #0\r\n")), 6, "week position"},
-        {"times_in_daily_rule", Calendar(Event(start + "RRULE:D1 0800 1200 #5\r\n")), 6, "cannot be held"},
+        {"times_in_daily_rule", Calendar(Event(start + "RRULE:D1 0800 1200 #5\r\n")), 6,
+         "cannot be held"},
         {"interval_zero", Calendar(Event(start + "RRULE:D0 #5\r\n")), 6, "bad frequency"},
         {"every_second_year", Calendar(Event(start + "RRULE:YM2 6 #0\r\n")), 6, "every year"},
         {"excluded_dates", Calendar(Event(start + "EXDATE:20260316T090000Z\r\n")), 6, "EXDATE"},
-        {"bad_quoted_printable", Calendar(Event(start + "LOCATION;ENCODING=QUOTED-PRINTABLE:a=ZZ\r\n")), 6, "quoted-printable"},
+        {"bad_quoted_printable",
+         Calendar(Event(start + "LOCATION;ENCODING=QUOTED-PRINTABLE:a=ZZ\r\n")), 6,
+         "quoted-printable"},
         {"not_a_property", Calendar(Event(start + "garbage line\r\n")), 6, "not a property"},
         {"missing_end", Calendar("BEGIN:VEVENT\r\n" + start), 3, "without END:VEVENT"},
-        {"ics_hourly", Calendar(Event(start + "RRULE:FREQ=HOURLY\r\n"), "2.0"), 3, "cannot be held"},
-        {"ics_every_second_year", Calendar(Event(start + "RRULE:FREQ=YEARLY;INTERVAL=2\r\n"), "2.0"), 3, "every year"},
-        {"ics_last_day_of_month", Calendar(Event(start + "RRULE:FREQ=MONTHLY;BYMONTHDAY=-1\r\n"), "2.0"), 3, "from the end"},
-        {"ics_two_rules", Calendar(Event(start + "RRULE:FREQ=DAILY\r\nRRULE:FREQ=WEEKLY\r\n"), "2.0"), 3, "more than one RRULE"},
-        {"ics_begin_line_with_a_stray_carriage_return", Calendar("BEGIN:VEVENT\rX\r\nLOCATION:x\r\nEND:VEVENT\r\n", "2.0"), 3, "no DTSTART"},
-        {"ics_folded_begin_line", Calendar("BEGIN:VEV\r\n ENT\r\nLOCATION:x\r\nEND:VEVENT\r\n", "2.0"), 1, "no DTSTART"},
+        {"ics_hourly", Calendar(Event(start + "RRULE:FREQ=HOURLY\r\n"), "2.0"), 3,
+         "cannot be held"},
+        {"ics_every_second_year",
+         Calendar(Event(start + "RRULE:FREQ=YEARLY;INTERVAL=2\r\n"), "2.0"), 3, "every year"},
+        {"ics_last_day_of_month",
+         Calendar(Event(start + "RRULE:FREQ=MONTHLY;BYMONTHDAY=-1\r\n"), "2.0"), 3, "from the end"},
+        {"ics_two_rules",
+         Calendar(Event(start + "RRULE:FREQ=DAILY\r\nRRULE:FREQ=WEEKLY\r\n"), "2.0"), 3,
+         "more than one RRULE"},
+        {"ics_begin_line_with_a_stray_carriage_return",
+         Calendar("BEGIN:VEVENT\rX\r\nLOCATION:x\r\nEND:VEVENT\r\n", "2.0"), 3, "no DTSTART"},
+        {"ics_folded_begin_line",
+         Calendar("BEGIN:VEV\r\n ENT\r\nLOCATION:x\r\nEND:VEVENT\r\n", "2.0"), 1, "no DTSTART"},
         {"plain_text", "hello\nworld\n", 0, ""},
         {"binary", std::string("\x00\x01\x02\xff", 4), 0, ""},
         {"empty", "", 0, ""},

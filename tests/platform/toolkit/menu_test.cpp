@@ -12,9 +12,15 @@ TEST(PLMenuTest, SelectionByIndexAndID) {
     menu.AddMenuItem(new PLMenuItem("Day", 11301));
     menu.AddMenuItem(nullptr);  // ignored
     ASSERT_EQ(menu.GetItemCount(), 3u);
-    // clang-format off
     // `selected` and `selectedID`: the selection afterwards.
-    struct Row { const char* name; bool byID; size_t indexOrID; bool ok; size_t selected; uint32_t selectedID; } rows[] = {
+    struct Row {
+        const char* name;
+        bool byID;
+        size_t indexOrID;
+        bool ok;
+        size_t selected;
+        uint32_t selectedID;
+    } rows[] = {
         {"nothing yet", false, 0, false, 0, 0},
         {"first", false, 1, true, 1, 11101},
         {"last", false, 3, true, 3, 11301},
@@ -23,7 +29,6 @@ TEST(PLMenuTest, SelectionByIndexAndID) {
         {"by id", true, 11201, true, 2, 11201},
         {"unknown id keeps", true, 99, false, 2, 11201},
     };
-    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         const bool ok = row.byID ? menu.SetSelectedItemByID(uint32_t(row.indexOrID))

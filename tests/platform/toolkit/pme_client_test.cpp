@@ -51,8 +51,10 @@ TEST_F(PLPMEClientTest, LogLineContents) {
     // clang-format off
     struct Row { const char* name; PLMessage message; std::string strings; };
     Row rows[] = {
-        {"escapes", PLMessage(1, 2, 3, "q\"b\\n\nt\t", PLString("\x01\x1f", 2)), "[\"q\\\"b\\\\n\\nt\\t\",\"\\u0001\\u001f\"]}"},
-        {"utf-8 kept", PLMessage(1, 2, 3, "\xE6\x97\xA5\xF0\x9F\x98\x80", ""), "[\"\xE6\x97\xA5\xF0\x9F\x98\x80\",\"\"]}"},
+        {"escapes", PLMessage(1, 2, 3, "q\"b\\n\nt\t", PLString("\x01\x1f", 2)),
+         "[\"q\\\"b\\\\n\\nt\\t\",\"\\u0001\\u001f\"]}"},
+        {"utf-8 kept", PLMessage(1, 2, 3, "\xE6\x97\xA5\xF0\x9F\x98\x80", ""),
+         "[\"\xE6\x97\xA5\xF0\x9F\x98\x80\",\"\"]}"},
         // A stray byte, a truncated sequence, an overlong form and a surrogate.
         {"invalid utf-8 replaced", PLMessage(1, 2, 3, "a\xFF" "b\xC3", "\xC0\xAF\xED\xA0\x80"),
          "[\"a" + fffd + "b" + fffd + "\",\"" + fffd + fffd + fffd + fffd + fffd + "\"]}"},

@@ -74,7 +74,8 @@ TEST_F(ScreenPaintTest, PanesPaintOnlyWhereTheyAreVisible) {
              parent->SetScrollOffset({10, 0}, false);
              Screen().InvalidateAll();
              Screen().Update(); },
-         {{80, 120, kBlue}, {70, 110, kBlue}, {69, 109, kRed}, {80, 140, kWhite}, {120, 120, kWhite},
+         {{80, 120, kBlue}, {70, 110, kBlue}, {69, 109, kRed}, {80, 140, kWhite},
+          {120, 120, kWhite}, 
           {119, 139, kBlue}, {200, 10, kWhite}}},
         {"a hidden parent hides its children", nested(true, false), {{15, 15, kWhite}}},
         {"a parent not on the screen's root", nested(false, true), {{15, 15, kWhite}}},
@@ -96,7 +97,8 @@ TEST_F(ScreenPaintTest, PanesPaintOnlyWhereTheyAreVisible) {
          {{10, 10, kWhite}}},
         {"HandleDraw paints at once, only within the given region", [](ScreenPaintTest& t) {
              const PLRect region{0, 0, 10, 10};
-             t.Add(t.root.get(), t.Red({0, 0}, {30, 30}))->HandleDraw(&region, nullptr, nullptr, nullptr); },
+             PLPane* pane = t.Add(t.root.get(), t.Red({0, 0}, {30, 30}));
+             pane->HandleDraw(&region, nullptr, nullptr, nullptr); },
          {{5, 5, kRed}, {15, 15, kWhite}}},
     };
     // clang-format on

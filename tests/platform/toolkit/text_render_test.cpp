@@ -65,9 +65,10 @@ TEST(TextRender, DecodingTurnsEveryBadByteIntoAReplacementMark) {
 
 TEST(TextRender, FontsMeasureAndDrawLatinAndCjk) {
     EXPECT_EQ(PLFont::GetFont(PLFourCC("XXXX")), kSmall) << "an unknown code falls back";
-    // clang-format off
-    const std::string texts[] = {"Hello", "\xc3\x9c" "ber", "\xe6\x97\xa5\xe5\x8e\x86", "\xff\xfe\xfd"};
-    // clang-format on
+    const std::string texts[] = {"Hello",
+                                 "\xc3\x9c"
+                                 "ber",
+                                 "\xe6\x97\xa5\xe5\x8e\x86", "\xff\xfe\xfd"};
     for (const std::string& text : texts) {
         SCOPED_TRACE(text);
         const PLRect ink = InkBox(Drawn(text, 200, 40, {0, 0, 40, 200}));
@@ -102,9 +103,11 @@ TEST(TextRender, JustificationCentringLengthAndClipPlaceTheLine) {
     const std::vector<Row> rows = {
         {"left with offset", kPLJustifyLeft, true, {0, 4}, rect.left + 4, centredTop},
         {"right with offset", kPLJustifyRight, true, {0, 6}, rect.right - 6 - width, centredTop},
-        {"centre ignores the offset", kPLJustifyCenter, true, {0, 9}, rect.left + (rect.Width() - width) / 2, centredTop},
+        {"centre ignores the offset", kPLJustifyCenter, true, {0, 9},
+         rect.left + (rect.Width() - width) / 2, centredTop},
         {"not centred: top at offset.v", kPLJustifyLeft, false, {5, 0}, rect.left, rect.top + 5},
-        {"not centred without offset", kPLJustifyRight, false, {0, 0}, rect.right - width, rect.top},
+        {"not centred without offset", kPLJustifyRight, false, {0, 0}, rect.right - width,
+         rect.top},
     };
     // clang-format on
     for (const Row& row : rows) {
