@@ -96,6 +96,9 @@ public:
     int GetAscent() const override { return mAscent; }
     int GetDescent() const override { return mDescent; }
 
+    // Text is laid out by glyph advances alone. The packaged font has no kerning table
+    // (FT_HAS_KERNING is false for it), so pair adjustments would change nothing; a font that
+    // has one would need FT_Get_Kerning here and in the drawing loop alike.
     int MeasureText(std::string_view utf8) const override {
         int width = 0;
         for (size_t pos = 0; pos < utf8.size();) {
