@@ -94,10 +94,17 @@ std::vector<_EventRecInfo> MakeEvents(int total) {
     return events;
 }
 
-// Points the device root at the cached store of `total` events, building it on first use.
-bool UseStore(int total, std::string& error) {
-    return BenchStoreCache::Use(
-        "store-" + std::to_string(total), [total] { return MakeEvents(total); }, error);
+// Points the device root at the cached store of the benchmark's size (its argument), building it
+// on first use; false, with the benchmark marked skipped and why, when the store cannot be made.
+bool UseStore(benchmark::State& state) {
+    const int total = int(state.range(0));
+    std::string error;
+    if (BenchStoreCache::Use(
+            "store-" + std::to_string(total), [total] { return MakeEvents(total); }, error)) {
+        return true;
+    }
+    state.SkipWithError(error.c_str());
+    return false;
 }
 
 // Length of a node list (month or day nodes alike).
@@ -111,9 +118,7 @@ long CountNodes(const Node* head) {
 }
 
 void MonthQuery(benchmark::State& state) {
-    std::string error;
-    if (!UseStore(int(state.range(0)), error)) {
-        state.SkipWithError(error.c_str());
+    if (!UseStore(state)) {
         return;
     }
     APEventRec store;
@@ -131,9 +136,7 @@ void MonthQuery(benchmark::State& state) {
 // The same rows asked for the plain way: every event whose span or series overlaps the month,
 // in start order, straight from the table on the same file.
 void PlainSqlMonthQuery(benchmark::State& state) {
-    std::string error;
-    if (!UseStore(int(state.range(0)), error)) {
-        state.SkipWithError(error.c_str());
+    if (!UseStore(state)) {
         return;
     }
     sqlite3* db = nullptr;
@@ -165,9 +168,7 @@ void PlainSqlMonthQuery(benchmark::State& state) {
 }
 
 void DayQuery(benchmark::State& state) {
-    std::string error;
-    if (!UseStore(int(state.range(0)), error)) {
-        state.SkipWithError(error.c_str());
+    if (!UseStore(state)) {
         return;
     }
     APEventRec store;
