@@ -11,17 +11,12 @@
 #include <cstring>
 #include <vector>
 
-#include "PLHostSocketAddress.h"
-
 PLHostMessageServer::~PLHostMessageServer() {
     Stop();
 }
 
-bool PLHostMessageServer::ClearStale(const std::string& path, std::string& error) {
-    PLHostSocketAddress address;
-    if (!address.Set(path, error)) {
-        return false;
-    }
+bool PLHostMessageServer::ClearStale(const std::string& path, const PLHostSocketAddress& address,
+                                     std::string& error) {
     int probe = ::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
     if (probe < 0) {
         error = std::string("cannot make a socket: ") + std::strerror(errno);
@@ -55,7 +50,7 @@ bool PLHostMessageServer::Start(const std::string& path, Receiver receiver, std:
         return false;
     }
     PLHostSocketAddress address;
-    if (!address.Set(path, error) || !ClearStale(path, error)) {
+    if (!address.Set(path, error) || !ClearStale(path, address, error)) {
         return false;
     }
     int fd = ::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);

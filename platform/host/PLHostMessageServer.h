@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "PLHostMessageCodec.h"
+#include "PLHostSocketAddress.h"
 
 class PLHostMessageServer {
 public:
@@ -28,7 +29,9 @@ public:
 
 private:
     void Serve();
-    static bool ClearStale(const std::string& path, std::string& error);
+    // `address` is `path` as the socket calls reach it.
+    static bool ClearStale(const std::string& path, const PLHostSocketAddress& address,
+                           std::string& error);
 
     std::string mPath;
     Receiver mReceiver;
