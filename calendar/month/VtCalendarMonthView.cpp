@@ -18,6 +18,7 @@
 #include "app/VtCalendarEventStore.h"
 #include "app/VtCalendarHelpers.h"
 #include "app/VtCalendarMainViewBar.h"
+#include "event/VtCalendarColours.h"
 
 namespace {
 
@@ -53,31 +54,6 @@ constexpr PLRGBColor kSelectionOrange{255, 153, 0};
 constexpr PLRGBColor kTodayBlue{0, 102, 255};
 constexpr PLRGBColor kWeekendRed{204, 0, 0};
 constexpr PLRGBColor kBlack{0, 0, 0};
-
-PLRGBColor MarkColour(int32_t choice) {
-    switch (choice) {
-        case 11545:
-            return {255, 0, 0};
-        case 11546:
-            return {204, 0, 0};
-        case 11547:
-            return {255, 153, 0};
-        case 11548:
-            return {0, 221, 0};
-        case 11549:
-            return {153, 153, 153};
-        case 11550:
-            return {51, 204, 255};
-        case 11551:
-            return {255, 255, 0};
-        case 11552:
-            return {153, 51, 255};
-        case 11553:
-            return {0, 136, 0};
-        default:
-            return {255, 204, 0};
-    }
-}
 
 // Asks a two-button question; returns the id of the button that closed it.
 long AskQuestion(uint32_t iconID, uint32_t textID, uint32_t yesID, uint32_t noID) {
@@ -258,7 +234,7 @@ void VtCalendarMonthView::DrawMarks(PLDrawContext& context, int row, int column,
             default:
                 break;
         }
-        context.FillRect(bar, MarkColour(lane.colour));
+        context.FillRect(bar, VtCalendarEventColour(lane.colour));
     }
 }
 
