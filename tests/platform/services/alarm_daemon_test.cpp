@@ -117,7 +117,7 @@ TEST_F(AlarmDaemonTest, BuildersWriteRulesThatRingWhenMeant) {
                 continue;
             }
         } else {
-            std::strncpy(context.rule, row.rule, sizeof context.rule);  // no NUL when it fills it
+            FillFixedField(context.rule, row.rule);
         }
         std::vector<long> want, times;
         for (int day : row.rings) {

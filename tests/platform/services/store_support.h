@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <string>
 
 #include "APEventRecords.h"
@@ -34,6 +37,15 @@ private:
 PLDate DateOf(int ymd);
 long At(int ymd, int hour = 0, int minute = 0, int second = 0);
 long UtcAt(int ymd, int hour = 0, int minute = 0, int second = 0);
+
+// Fills a fixed-size record field the way the stores read it: the text's bytes, as many as fit,
+// then zeros; a text as long as the field leaves no terminator, which the records allow.
+template <std::size_t N>
+void FillFixedField(char (&field)[N], const char* text) {
+    const std::size_t length = std::min(std::strlen(text), N);
+    std::memcpy(field, text, length);
+    std::memset(field + length, 0, N - length);
+}
 
 // A timed, non-repeating event with a subject.
 _EventRecInfo TimedEvent(const char* subject, long start, long end);
