@@ -8,11 +8,11 @@
 #include <cstdio>
 #include <ctime>
 #include <memory>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "APEventRec.h"
+#include "BenchEvents.h"
 #include "BenchStoreCache.h"
 #include "PLAppContext.h"
 #include "PLScreen.h"
@@ -29,81 +29,18 @@ constexpr int kRepeating = 1000;
 constexpr int kYear = 2026;
 constexpr int kMonth = 11;
 
-long Utc(int year, int month, int day, int hour = 0) {
-    std::tm t{};
-    t.tm_year = year - 1900;
-    t.tm_mon = month - 1;
-    t.tm_mday = day;
-    t.tm_hour = hour;
-    return long(timegm(&t));
-}
-
-const long kShownStart = Utc(kYear, kMonth, 1);
-const long kSeriesEnd = Utc(2030, 12, 31, 23) + 3599;
+const long kShownStart = BenchUtc(kYear, kMonth, 1);
 
 // Ages of the repeating events: exactly 1 or 10 years back, or anywhere up to 20 years back.
 enum Age { kOneYear = 1, kTenYears = 10, kUpToTwenty = 20 };
 
-void MakeRepeating(std::mt19937& random, _EventRecInfo& record, int index) {
-    switch (index % 4) {
-        case 0:
-            record.recurKind = kRecurDaily;
-            record.recurValueB = random() % 4 == 0 ? 1 : 0;
-            record.recurValueA = record.recurValueB == 1 ? 1 : 1 + int(random() % 3);
-            break;
-        case 1:
-            record.recurKind = kRecurWeekly;
-            record.recurValueA = 1 + int(random() % 2);
-            record.recurValueB = 1 + int(random() % 127);
-            break;
-        case 2:
-            record.recurKind = kRecurMonthly;
-            record.recurValueA = 1 + int(random() % 3);
-            record.recurValueB = random() % 2
-                                     ? 1 + int(random() % 28)
-                                     : (1 + int(random() % 5)) * 256 + 1 + int(random() % 7);
-            break;
-        default:
-            record.recurKind = kRecurYearly;
-            record.recurValueA = 1 + int(random() % 12);
-            record.recurValueB = random() % 2
-                                     ? 1 + int(random() % 28)
-                                     : (1 + int(random() % 4)) * 256 + 1 + int(random() % 7);
-            break;
-    }
-    record.recurring = 1;
-    record.recurValueC = kRecurNoEnd;
-    record.lastStamp = int32_t(kSeriesEnd);
-}
-
 std::vector<_EventRecInfo> MakeEvents(Age age) {
-    std::mt19937 random(20261121u + unsigned(age));
-    std::vector<_EventRecInfo> events;
-    const long first = Utc(2006, 1, 1);
-    const long last = Utc(2030, 12, 1);
-    for (int i = 0; i < kEvents; ++i) {
-        _EventRecInfo record;
-        InitEventRecInfo(&record);
-        long start = first + long(random() % uint32_t(last - first));
-        if (i < kRepeating) {
-            const long back = age == kUpToTwenty ? long(random() % (20u * 365u)) * 86400
-                                                 : long(age) * 365 * 86400;
-            start = kShownStart - back - long(random() % 28) * 86400;
-            start -= start % 3600;
-        }
-        record.startStamp = int32_t(start);
-        record.endStamp = int32_t(start + 1800 + long(random() % (2 * 86400)));
-        record.lastStamp = record.endStamp;
-        record.colour = 11544 + uint32_t(random() % 10);
-        record.classChoice = 11561;
-        std::snprintf(record.subject, sizeof record.subject, "event %d", i);
-        if (i < kRepeating) {
-            record.endStamp = record.startStamp + 3600;
-            MakeRepeating(random, record, i);
-        }
-        events.push_back(record);
-    }
-    return events;
+    BenchEventsShape shape;
+    shape.events = kEvents;
+    shape.repeating = kRepeating;
+    shape.ageYears = age == kUpToTwenty ? 0 : int(age);
+    shape.shownStart = kShownStart;
+    return BenchMakeEvents(shape);
 }
 
 // Points the device root at the cached store for `age`, building it on first use.
@@ -226,7 +163,7 @@ void LibicalExpandMonth(benchmark::State& state) {
     }
     const icaltimetype monthStart =
         icaltime_from_timet_with_zone(kShownStart, 0, icaltimezone_get_utc_timezone());
-    const icaltimetype monthEnd = icaltime_from_timet_with_zone(Utc(kYear, kMonth + 1, 1), 0,
+    const icaltimetype monthEnd = icaltime_from_timet_with_zone(BenchUtc(kYear, kMonth + 1, 1), 0,
                                                                 icaltimezone_get_utc_timezone());
     long occurrences = 0;
     for (auto _ : state) {
