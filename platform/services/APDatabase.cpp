@@ -1,31 +1,60 @@
-// Opening a service store: device-root path, quick check once per process, setting a damaged file
-// aside, WAL and foreign keys, the schema, and transactions that leave the files as they were on
-// any failure.
+// Opening a service store: device-root path, the shared lock that marks this process as a user of
+// the file, quick check once per process, WAL and foreign keys, the schema, contention waited
+// out, a damaged file set aside only when confirmed under the exclusive lock, and transactions
+// that leave the files as they were on any failure.
 #include "APDatabase.h"
 
 #include <sqlite3.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cassert>
 #include <cstdio>
 #include <ctime>
 #include <mutex>
+#include <random>
 #include <set>
+#include <thread>
 
 #include "PLClock.h"
 #include "PLDeviceRoot.h"
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 // Stores that passed the quick check in this process. The check reads the whole file, so it runs
 // once per store and process, not on every short-lived store object.
 std::mutex gCheckedMutex;
 std::set<std::string> gChecked;
 long gPageQuota = 0;
+std::chrono::milliseconds gBusyWait{10000};
+// Long enough for short-lived users (calendar-ctl) to finish; a long-lived one keeps the file.
+constexpr std::chrono::milliseconds kExclusiveWait{2000};
 
 bool FileExists(const std::string& path) {
     struct stat info {};
     return ::stat(path.c_str(), &info) == 0;
+}
+
+bool IsBusy(int rc) {
+    const int primary = rc & 0xff;
+    return primary == SQLITE_BUSY || primary == SQLITE_LOCKED;
+}
+
+bool IsDamage(int rc) {
+    const int primary = rc & 0xff;
+    return primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB;
+}
+
+// A short randomised pause, so that processes retrying together do not stay in step.
+void Nap() {
+    thread_local std::minstd_rand random{std::random_device{}()};
+    std::this_thread::sleep_for(std::chrono::microseconds(500 + random() % 4500));
+}
+
+bool TimeLeft(Clock::time_point deadline) {
+    return Clock::now() < deadline;
 }
 
 std::string SetAsideName(const std::string& hostPath) {
@@ -42,33 +71,37 @@ std::string SetAsideName(const std::string& hostPath) {
     return candidate;
 }
 
-// Runs `PRAGMA <schema>.quick_check` and reports whether the answer is a single "ok".
-bool QuickCheckPasses(sqlite3* db, const std::string& schemaName, std::string& problem) {
-    const std::string sql = "PRAGMA " + schemaName + ".quick_check(1)";
-    sqlite3_stmt* stmt = nullptr;
-    if (sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr) != SQLITE_OK) {
-        problem = sqlite3_errmsg(db);
-        return false;
+// The id counters of a damaged file, as far as it can still be read, as SQL that gives a fresh
+// store the same counters. The file is opened immutable so that reading it changes nothing.
+std::string SequenceSeedOf(const std::string& damagedPath) {
+    sqlite3* db = nullptr;
+    const std::string uri = "file:" + damagedPath + "?mode=ro&immutable=1";
+    std::string seed;
+    if (sqlite3_open_v2(uri.c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, nullptr) ==
+        SQLITE_OK) {
+        sqlite3_stmt* stmt = nullptr;
+        if (sqlite3_prepare_v2(db, "SELECT name, seq FROM sqlite_sequence", -1, &stmt, nullptr) ==
+            SQLITE_OK) {
+            while (sqlite3_step(stmt) == SQLITE_ROW) {
+                const auto* name = reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0));
+                char* row = sqlite3_mprintf(
+                    "INSERT INTO sqlite_sequence(name, seq) SELECT %Q, %lld WHERE NOT EXISTS "
+                    "(SELECT 1 FROM sqlite_sequence WHERE name = %Q);",
+                    name, sqlite3_column_int64(stmt, 1), name);
+                seed += row ? row : "";
+                sqlite3_free(row);
+            }
+        }
+        sqlite3_finalize(stmt);
     }
-    const int rc = sqlite3_step(stmt);
-    bool ok = false;
-    if (rc == SQLITE_ROW) {
-        const unsigned char* text = sqlite3_column_text(stmt, 0);
-        ok = text && std::string(reinterpret_cast<const char*>(text)) == "ok";
-        problem = text ? reinterpret_cast<const char*>(text) : "no answer";
-    } else {
-        problem = sqlite3_errmsg(db);
-    }
-    sqlite3_finalize(stmt);
-    return ok;
+    sqlite3_close_v2(db);
+    return seed;
 }
 
 }  // namespace
 
 APDatabase::~APDatabase() {
-    if (mDb) {
-        sqlite3_close_v2(mDb);
-    }
+    Disconnect();
 }
 
 void APDatabase::ForgetChecks() {
@@ -78,6 +111,11 @@ void APDatabase::ForgetChecks() {
 
 void APDatabase::SetPageQuota(long pages) {
     gPageQuota = pages < 0 ? 0 : pages;
+}
+
+void APDatabase::SetBusyWait(std::chrono::milliseconds wait) {
+    assert(wait.count() > 0 && "the busy wait must be positive");
+    gBusyWait = std::max(wait, std::chrono::milliseconds(1));
 }
 
 void APDatabase::NoteError(const std::string& what) {
@@ -99,6 +137,129 @@ bool APDatabase::Exec(const std::string& sql) {
     return true;
 }
 
+bool APDatabase::Connect(const std::string& hostPath) {
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX;
+    if (sqlite3_open_v2(hostPath.c_str(), &mDb, flags, nullptr) != SQLITE_OK) {
+        NoteError("cannot open " + hostPath);
+        Disconnect();
+        return false;
+    }
+    // Before anything reads the file: even the first read can meet another process's lock.
+    sqlite3_extended_result_codes(mDb, 1);
+    sqlite3_busy_timeout(mDb, int(gBusyWait.count()));
+    return true;
+}
+
+void APDatabase::Disconnect() {
+    if (mDb) {
+        sqlite3_close_v2(mDb);
+        mDb = nullptr;
+    }
+}
+
+APDatabase::Verdict APDatabase::Busy(const std::string& what) {
+    mLastError = "store busy: " + what + " (another process held the store too long)";
+    return Verdict::kBusy;
+}
+
+// One statement (or a script of idempotent ones), run again while another process holds a lock.
+APDatabase::Verdict APDatabase::RunStep(const std::string& sql, Deadline deadline) {
+    for (;;) {
+        const int rc = sqlite3_exec(mDb, sql.c_str(), nullptr, nullptr, nullptr);
+        if (rc == SQLITE_OK) {
+            return Verdict::kOk;
+        }
+        if (IsBusy(rc)) {
+            if (TimeLeft(deadline)) {
+                Nap();
+                continue;
+            }
+            return Busy(sql);
+        }
+        NoteError(sql);
+        return IsDamage(rc) ? Verdict::kDamaged : Verdict::kFailed;
+    }
+}
+
+APDatabase::Verdict APDatabase::CheckFile(Deadline deadline) {
+    for (;;) {
+        sqlite3_stmt* stmt = nullptr;
+        int rc = sqlite3_prepare_v2(mDb, "PRAGMA main.quick_check(1)", -1, &stmt, nullptr);
+        std::string answer;
+        if (rc == SQLITE_OK) {
+            rc = sqlite3_step(stmt);
+            const unsigned char* text = rc == SQLITE_ROW ? sqlite3_column_text(stmt, 0) : nullptr;
+            answer = text ? reinterpret_cast<const char*>(text) : "";
+        }
+        const std::string message = sqlite3_errmsg(mDb);
+        sqlite3_finalize(stmt);
+        if (rc == SQLITE_ROW) {
+            if (answer == "ok") {
+                return Verdict::kOk;
+            }
+            mLastError = "failed its check (" + answer + ")";
+            return Verdict::kDamaged;
+        }
+        if (IsBusy(rc) && TimeLeft(deadline)) {
+            Nap();
+            continue;
+        }
+        if (IsBusy(rc)) {
+            return Busy("checking the file");
+        }
+        mLastError = "failed its check (" + message + ")";
+        return IsDamage(rc) ? Verdict::kDamaged : Verdict::kFailed;
+    }
+}
+
+APDatabase::Verdict APDatabase::RunSchema(const std::string& schema, Deadline deadline) {
+    // Every statement of a schema is idempotent, so a retry after a partial run is harmless.
+    Verdict verdict = RunStep(schema, deadline);
+    if (verdict == Verdict::kOk && !mSequenceSeed.empty()) {
+        verdict = RunStep(mSequenceSeed, deadline);
+        mSequenceSeed.clear();
+    }
+    return verdict;
+}
+
+APDatabase::Verdict APDatabase::Prepare(const std::string& hostPath, const std::string& schema,
+                                        Deadline deadline) {
+    bool needsCheck = false;
+    {
+        std::lock_guard<std::mutex> lock(gCheckedMutex);
+        needsCheck = gChecked.count(hostPath) == 0;
+    }
+    if (needsCheck) {
+        const Verdict checked = CheckFile(deadline);
+        if (checked != Verdict::kOk) {
+            return checked;
+        }
+    }
+    // With a write-ahead log, NORMAL syncs at checkpoints only: a power cut can lose the last
+    // commits but never leaves a damaged file.
+    for (const std::string& pragma :
+         {std::string("PRAGMA main.journal_mode=WAL"),
+          std::string("PRAGMA main.synchronous=NORMAL"), std::string("PRAGMA foreign_keys=ON")}) {
+        const Verdict verdict = RunStep(pragma, deadline);
+        if (verdict != Verdict::kOk) {
+            return verdict;
+        }
+    }
+    if (gPageQuota > 0) {
+        const Verdict verdict =
+            RunStep("PRAGMA main.max_page_count=" + std::to_string(gPageQuota), deadline);
+        if (verdict != Verdict::kOk) {
+            return verdict;
+        }
+    }
+    const Verdict verdict = RunSchema(schema, deadline);
+    if (verdict == Verdict::kOk) {
+        std::lock_guard<std::mutex> lock(gCheckedMutex);
+        gChecked.insert(hostPath);
+    }
+    return verdict;
+}
+
 bool APDatabase::SetAside(const std::string& hostPath) {
     const std::string target = SetAsideName(hostPath);
     if (std::rename(hostPath.c_str(), target.c_str()) != 0) {
@@ -113,37 +274,36 @@ bool APDatabase::SetAside(const std::string& hostPath) {
         }
     }
     mSetAside = target;
+    mSequenceSeed = SequenceSeedOf(target);
     std::fprintf(stderr, "store %s is damaged; set aside as %s\n", hostPath.c_str(),
                  target.c_str());
     return true;
 }
 
-bool APDatabase::CheckAndPrepare(const std::string& hostPath, const std::string& schemaName) {
-    bool needsCheck = false;
-    {
-        std::lock_guard<std::mutex> lock(gCheckedMutex);
-        needsCheck = gChecked.count(hostPath) == 0;
-    }
-    if (needsCheck && FileExists(hostPath)) {
-        std::string problem;
-        if (!QuickCheckPasses(mDb, schemaName, problem)) {
-            mLastError = "store " + hostPath + " failed its check (" + problem + ")";
-            return false;
-        }
-    }
-    const std::string prefix = "PRAGMA " + schemaName + ".";
-    // With a write-ahead log, NORMAL syncs at checkpoints only: a power cut can lose the last
-    // commits but never leaves a damaged file.
-    if (!Exec(prefix + "journal_mode=WAL") || !Exec(prefix + "synchronous=NORMAL") ||
-        !Exec("PRAGMA foreign_keys=ON") || !Exec("PRAGMA busy_timeout=5000")) {
+bool APDatabase::ConfirmAndSetAside(const std::string& hostPath, Deadline deadline) {
+    const std::string suspicion = mLastError;
+    if (!mLock.LockExclusive(std::min(deadline, Clock::now() + kExclusiveWait))) {
+        mLastError = "store " + hostPath + " looks damaged (" + suspicion +
+                     ") but another process has it open; it is left in place";
         return false;
     }
-    if (gPageQuota > 0 && !Exec(prefix + "max_page_count=" + std::to_string(gPageQuota))) {
+    // Nobody else has the file open now: what the check finds is the file's own state.
+    if (!Connect(hostPath)) {
         return false;
     }
-    std::lock_guard<std::mutex> lock(gCheckedMutex);
-    gChecked.insert(hostPath);
-    return true;
+    const Verdict verdict = CheckFile(deadline);
+    Disconnect();
+    switch (verdict) {
+        case Verdict::kOk:
+            return true;  // the earlier failure was not the file's; open it again
+        case Verdict::kDamaged:
+            return SetAside(hostPath);
+        case Verdict::kBusy:
+        case Verdict::kFailed:
+            break;
+    }
+    mLastError = "store " + hostPath + " " + mLastError;
+    return false;
 }
 
 bool APDatabase::Open(const std::string& devicePath, const std::string& schema) {
@@ -153,37 +313,68 @@ bool APDatabase::Open(const std::string& devicePath, const std::string& schema) 
         return false;
     }
     const std::string hostPath = PLDeviceRoot::Resolve(devicePath);
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX;
-        if (sqlite3_open_v2(hostPath.c_str(), &mDb, flags, nullptr) != SQLITE_OK) {
-            NoteError("cannot open " + hostPath);
-            sqlite3_close_v2(mDb);
-            mDb = nullptr;
+    const Deadline deadline = Clock::now() + gBusyWait;
+    if (!mLock.Open(hostPath + ".lock", mLastError)) {
+        return false;
+    }
+    if (!mLock.LockShared(deadline)) {
+        mLastError = "store busy: " + hostPath + " is being repaired by another process";
+        return false;
+    }
+    bool confirmed = false;
+    for (;;) {
+        if (!Connect(hostPath)) {
+            mLock.Unlock();
             return false;
         }
-        if (CheckAndPrepare(hostPath, "main") && Exec(schema)) {
+        const Verdict verdict = Prepare(hostPath, schema, deadline);
+        if (verdict == Verdict::kOk) {
+            // After a repair this process held the lock exclusively; others may come in now.
+            mLock.LockShared(deadline);
             return true;
         }
-        const std::string reason = mLastError;
-        sqlite3_close_v2(mDb);
-        mDb = nullptr;
-        // Only a file that exists and fails to read as a store is set aside; a fresh one that
-        // cannot be written (read-only root, no space) is an error, not damage.
-        if (attempt > 0 || !FileExists(hostPath) || !SetAside(hostPath)) {
-            mLastError = reason;
-            return false;
+        Disconnect();
+        if (verdict == Verdict::kDamaged && !confirmed) {
+            mLastError = "store " + hostPath + " " + mLastError;
+            confirmed = true;
+            if (ConfirmAndSetAside(hostPath, deadline)) {
+                continue;
+            }
+        } else if (verdict == Verdict::kDamaged) {
+            mLastError = "store " + hostPath + " " + mLastError;
         }
+        mLock.Unlock();
+        return false;
     }
-    return false;
 }
 
 bool APDatabase::Transaction(const std::function<bool()>& body) {
     assert(mDb && "transaction on a closed store");
-    if (!Exec("BEGIN IMMEDIATE")) {
+    mLastError.clear();
+    const Deadline deadline = Clock::now() + gBusyWait;
+    int rc;
+    while (IsBusy(rc = sqlite3_exec(mDb, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr)) &&
+           TimeLeft(deadline)) {
+        Nap();
+    }
+    if (rc != SQLITE_OK) {
+        if (IsBusy(rc)) {
+            Busy("starting a write");
+        } else {
+            NoteError("cannot start a write");
+        }
         return false;
     }
-    if (body() && sqlite3_exec(mDb, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK) {
-        return true;
+    if (body()) {
+        // A commit that meets a lock keeps the transaction open and may simply be tried again.
+        while (IsBusy(rc = sqlite3_exec(mDb, "COMMIT", nullptr, nullptr, nullptr)) &&
+               TimeLeft(deadline)) {
+            Nap();
+        }
+        if (rc == SQLITE_OK) {
+            return true;
+        }
+        NoteError(IsBusy(rc) ? "store busy: cannot commit" : "cannot commit");
     }
     if (mLastError.empty()) {
         NoteError("write failed");

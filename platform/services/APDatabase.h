@@ -1,10 +1,19 @@
 // One SQLite connection to a service's store under the device root, opened the same way for every
 // store: WAL, foreign keys on, a quick check on first open in this process, and a corrupt or
 // truncated file set aside under a new name (never deleted) before a fresh store is made.
+//
+// The stores are shared by every process of the device at once. Contention (SQLITE_BUSY or
+// SQLITE_LOCKED while another process writes or recovers the log) is waited out for a bounded
+// time and then reported as "store busy"; it is never taken for damage. A file is judged damaged
+// only on SQLITE_CORRUPT or SQLITE_NOTADB confirmed while this process holds the store's lock
+// exclusively, so a file that another process has open is never renamed.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <string>
+
+#include "APStoreLock.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -29,7 +38,8 @@ public:
     // Runs SQL without results; false (and GetLastError) on failure.
     bool Exec(const std::string& sql);
     // Runs `body` inside BEGIN IMMEDIATE .. COMMIT; any failure (body false, or a failed commit)
-    // rolls back, leaving the files as they were.
+    // rolls back, leaving the files as they were. Another process's write lock is waited out
+    // (bounded); then the transaction fails with "store busy" and `body` has not run.
     bool Transaction(const std::function<bool()>& body);
     // Records the connection's current error message.
     void NoteError(const std::string& what);
@@ -39,14 +49,32 @@ public:
     // Caps every store opened afterwards at `pages` database pages (0: no cap), as a device quota;
     // a write past it fails like a full disk.
     static void SetPageQuota(long pages);
+    // How long contention is waited out before an open or a write gives up with "store busy".
+    static void SetBusyWait(std::chrono::milliseconds wait);
 
 private:
-    bool CheckAndPrepare(const std::string& hostPath, const std::string& schemaName);
+    using Deadline = std::chrono::steady_clock::time_point;
+    enum class Verdict { kOk, kBusy, kDamaged, kFailed };
+
+    bool Connect(const std::string& hostPath);
+    void Disconnect();
+    Verdict Prepare(const std::string& hostPath, const std::string& schema, Deadline deadline);
+    Verdict CheckFile(Deadline deadline);
+    Verdict RunStep(const std::string& sql, Deadline deadline);
+    Verdict RunSchema(const std::string& schema, Deadline deadline);
+    // Holding the lock exclusively, checks the file again and sets it aside only when the check
+    // confirms the damage. False when nothing may be done now (another process has it open).
+    bool ConfirmAndSetAside(const std::string& hostPath, Deadline deadline);
     bool SetAside(const std::string& hostPath);
+    Verdict Busy(const std::string& what);
 
     sqlite3* mDb = nullptr;
+    APStoreLock mLock;
     std::string mLastError;
     std::string mSetAside;
+    // The highest id of each table of a file set aside, so that the fresh store never hands out
+    // an id that the damaged one used for another event.
+    std::string mSequenceSeed;
 };
 
 // A prepared statement that finalizes itself.
