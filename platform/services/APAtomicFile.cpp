@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -86,13 +87,15 @@ APReadResult APAtomicFile_Read(const std::string& hostPath, std::string& data, s
 
 bool APAtomicFile_Write(const std::string& hostPath, const std::string& data, std::string& error,
                         unsigned mode) {
-    std::string temp = hostPath + ".tmp-" + std::to_string(::getpid());
-    int fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode);
+    // A name of its own for every writer (processes and threads alike): two writers sharing one
+    // temporary file would interleave their bytes and rename a mix of both into place.
+    std::string temp = hostPath + ".tmp-XXXXXX";
+    int fd = ::mkostemp(temp.data(), O_CLOEXEC);
     if (fd < 0) {
-        error = Reason("cannot create", temp);
+        error = Reason("cannot create a temporary file for", hostPath);
         return false;
     }
-    bool ok = WriteAll(fd, data.data(), data.size()) && ::fsync(fd) == 0;
+    bool ok = ::fchmod(fd, mode) == 0 && WriteAll(fd, data.data(), data.size()) && ::fsync(fd) == 0;
     if (!ok) {
         error = Reason("cannot write", temp);
     }
@@ -128,22 +131,43 @@ bool APAtomicFile_Copy(const std::string& fromHostPath, const std::string& toHos
     return APAtomicFile_Write(toHostPath, data, error, mode);
 }
 
-bool APAtomicFile_SetAside(const std::string& hostPath, const std::string& suffix,
-                           std::string& movedTo, std::string& error) {
+namespace {
+
+// Gives the file a second, free name: link() never replaces an existing file, so two processes
+// setting files aside at once cannot pick the same name and overwrite each other's copy.
+bool LinkAside(const std::string& hostPath, const std::string& suffix, std::string& movedTo,
+               std::string& error) {
     std::string base = hostPath + "." + suffix;
     for (int n = 0; n < 10000; ++n) {
         std::string candidate = n == 0 ? base : base + "." + std::to_string(n);
-        struct stat info {};
-        if (::lstat(candidate.c_str(), &info) == 0) {
-            continue;
+        if (::link(hostPath.c_str(), candidate.c_str()) == 0) {
+            movedTo = candidate;
+            return true;
         }
-        if (::rename(hostPath.c_str(), candidate.c_str()) != 0) {
+        if (errno != EEXIST) {
             error = Reason("cannot set aside", hostPath);
             return false;
         }
-        movedTo = candidate;
-        return true;
     }
     error = "no free name to set aside " + hostPath;
     return false;
+}
+
+}  // namespace
+
+bool APAtomicFile_SetAside(const std::string& hostPath, const std::string& suffix,
+                           std::string& movedTo, std::string& error) {
+    if (!LinkAside(hostPath, suffix, movedTo, error)) {
+        return false;
+    }
+    if (::unlink(hostPath.c_str()) != 0) {
+        error = Reason("cannot set aside", hostPath);
+        return false;
+    }
+    return true;
+}
+
+bool APAtomicFile_KeepAside(const std::string& hostPath, const std::string& suffix,
+                            std::string& keptAs, std::string& error) {
+    return LinkAside(hostPath, suffix, keptAs, error);
 }

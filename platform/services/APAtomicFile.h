@@ -21,3 +21,7 @@ bool APAtomicFile_Copy(const std::string& fromHostPath, const std::string& toHos
 // in `movedTo`.
 bool APAtomicFile_SetAside(const std::string& hostPath, const std::string& suffix,
                            std::string& movedTo, std::string& error);
+// Gives the file that first free name as well, keeping it under its own name, so that it can be
+// replaced by an atomic write afterwards without readers ever finding it missing.
+bool APAtomicFile_KeepAside(const std::string& hostPath, const std::string& suffix,
+                            std::string& keptAs, std::string& error);

@@ -5,11 +5,14 @@
 #include "APConfig.h"
 
 #include <charconv>
+#include <chrono>
 #include <functional>
 #include <vector>
 
 #include "APAtomicFile.h"
 #include "APSettingsFile.h"
+#include "APStoreLock.h"
+#include "PLDeviceRoot.h"
 
 const char* const kAPConfigDevicePath = "/var/lib/config/settings.conf";
 
@@ -20,29 +23,58 @@ bool Load(APSettings& settings) {
     return APSettingsFile::Load(settings, error) == APSettingsFile::Status::kOk;
 }
 
-// Reads the file (defaults when missing; a damaged file is set aside), applies the change and
-// writes the file back.
-bool Modify(const std::function<void(APSettings&)>& change, std::string& error) {
-    APSettings settings;
-    switch (APSettingsFile::Load(settings, error)) {
-        case APSettingsFile::Status::kOk:
-            break;
-        case APSettingsFile::Status::kMissing:
-            settings = APSettings();
-            break;
-        case APSettingsFile::Status::kCorrupt: {
-            std::string movedTo;
-            if (!APAtomicFile_SetAside(APSettingsFile::HostPath(), "damaged", movedTo, error)) {
-                return false;
-            }
-            settings = APSettings();
-            break;
-        }
-        case APSettingsFile::Status::kError:
-            return false;
+constexpr std::chrono::seconds kSettingsLockWait{10};
+
+// Runs a read-modify-write of the settings file while holding its lock file exclusively. Every
+// process of the device changes settings, and two changes read from the same old file would each
+// write back their own copy: the later rename would silently drop the other's acknowledged change.
+// Readers need no lock: the file is only ever replaced whole by a rename.
+bool UnderSettingsLock(const std::function<bool()>& body, std::string& error) {
+    if (!PLDeviceRoot::MakeParentDirectories(kAPConfigDevicePath)) {
+        error = "cannot create the folder of " + APSettingsFile::HostPath();
+        return false;
     }
-    change(settings);
-    return APSettingsFile::Save(settings, error);
+    APStoreLock lock;
+    if (!lock.Open(APSettingsFile::HostPath() + ".lock", error)) {
+        return false;
+    }
+    if (!lock.LockExclusive(std::chrono::steady_clock::now() + kSettingsLockWait)) {
+        error = "settings busy: another process held " + APSettingsFile::HostPath() + " too long";
+        return false;
+    }
+    return body();
+}
+
+// Reads the file (defaults when missing; a damaged file is kept under another name and then
+// replaced), applies the change and writes the file back.
+bool Modify(const std::function<void(APSettings&)>& change, std::string& error) {
+    return UnderSettingsLock(
+        [&] {
+            APSettings settings;
+            switch (APSettingsFile::Load(settings, error)) {
+                case APSettingsFile::Status::kOk:
+                    break;
+                case APSettingsFile::Status::kMissing:
+                    settings = APSettings();
+                    break;
+                case APSettingsFile::Status::kCorrupt: {
+                    // A second name rather than a rename: readers find the damaged file until
+                    // the new one replaces it, never no file at all.
+                    std::string keptAs;
+                    if (!APAtomicFile_KeepAside(APSettingsFile::HostPath(), "damaged", keptAs,
+                                                error)) {
+                        return false;
+                    }
+                    settings = APSettings();
+                    break;
+                }
+                case APSettingsFile::Status::kError:
+                    return false;
+            }
+            change(settings);
+            return APSettingsFile::Save(settings, error);
+        },
+        error);
 }
 
 long GetCalendarField(long* value, int32_t APCONFIG_CALENDAR_S::*field) {
@@ -200,12 +232,21 @@ long APConfigSystem_SetDateFormat(long value) {
 
 bool APConfig_EnsureDefaults(std::string& error) {
     APSettings settings;
-    APSettingsFile::Status status = APSettingsFile::Load(settings, error);
-    if (status != APSettingsFile::Status::kMissing) {
+    if (APSettingsFile::Load(settings, error) != APSettingsFile::Status::kMissing) {
         error.clear();
         return true;  // present, damaged or unreadable: left for the user to see, never replaced
     }
-    return APSettingsFile::Save(APSettings(), error);
+    // Checked again under the lock: another process may have written its change meanwhile, and
+    // the defaults must not replace it.
+    return UnderSettingsLock(
+        [&] {
+            if (APSettingsFile::Load(settings, error) != APSettingsFile::Status::kMissing) {
+                error.clear();
+                return true;
+            }
+            return APSettingsFile::Save(APSettings(), error);
+        },
+        error);
 }
 
 std::vector<std::string> APConfig_Keys() {
@@ -250,15 +291,20 @@ bool APConfig_SetByKey(const std::string& name, const std::string& text, std::st
         error = "invalid value '" + text + "' for " + name + ": expected " + key->allowed;
         return false;
     }
-    APSettings settings;
-    APSettingsFile::Status status = APSettingsFile::Load(settings, error);
-    if (status == APSettingsFile::Status::kCorrupt || status == APSettingsFile::Status::kError) {
-        error += " (not changed; move the file away to start from the defaults)";
-        return false;
-    }
-    if (status == APSettingsFile::Status::kMissing) {
-        settings = APSettings();
-    }
-    key->field(settings) = key->fromDisplay(number);
-    return APSettingsFile::Save(settings, error);
+    return UnderSettingsLock(
+        [&] {
+            APSettings settings;
+            APSettingsFile::Status status = APSettingsFile::Load(settings, error);
+            if (status == APSettingsFile::Status::kCorrupt ||
+                status == APSettingsFile::Status::kError) {
+                error += " (not changed; move the file away to start from the defaults)";
+                return false;
+            }
+            if (status == APSettingsFile::Status::kMissing) {
+                settings = APSettings();
+            }
+            key->field(settings) = key->fromDisplay(number);
+            return APSettingsFile::Save(settings, error);
+        },
+        error);
 }

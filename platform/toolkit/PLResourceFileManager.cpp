@@ -1,9 +1,14 @@
 // Reading and writing compiled resource files; the format is described in the header.
 #include "PLResourceFileManager.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cassert>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -535,21 +540,29 @@ bool PLResourceFileWriter::Write(const std::string& path, std::string& error) co
     if (bytes.empty()) {
         return false;
     }
-    const std::string temporary = path + ".part";
-    {
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-        if (!out) {
-            error = "cannot create " + temporary;
-            return false;
+    // A temporary name of its own per writer, flushed to disk before the rename: two builds
+    // writing the same file at once must not mix their bytes, and a reader (or a crash) sees the
+    // old file or the new one, never part of either.
+    std::string temporary = path + ".part-XXXXXX";
+    const int fd = ::mkostemp(temporary.data(), O_CLOEXEC);
+    if (fd < 0) {
+        error = "cannot create " + temporary;
+        return false;
+    }
+    bool written = ::fchmod(fd, 0644) == 0;
+    for (size_t done = 0; written && done < bytes.size();) {
+        const ssize_t n = ::write(fd, bytes.data() + done, bytes.size() - done);
+        if (n < 0 && errno == EINTR) {
+            continue;
         }
-        out.write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
-        out.flush();
-        if (!out) {
-            error = "cannot write " + temporary + " (disk full?)";
-            out.close();
-            std::remove(temporary.c_str());
-            return false;
-        }
+        written = n > 0;
+        done += written ? size_t(n) : 0;
+    }
+    written = written && ::fsync(fd) == 0;
+    if (::close(fd) != 0 || !written) {
+        error = "cannot write " + temporary + " (disk full?)";
+        ::unlink(temporary.c_str());
+        return false;
     }
     if (std::rename(temporary.c_str(), path.c_str()) != 0) {
         error = "cannot replace " + path + " with " + temporary;

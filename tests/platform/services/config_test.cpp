@@ -126,7 +126,7 @@ TEST_F(ConfigTest, DamagedFilesAreReportedKeptAndSetAsideBeforeAWrite) {
          std::filesystem::directory_iterator(std::filesystem::path(SettingsPath()).parent_path())) {
         EXPECT_TRUE(
             std::regex_match(entry.path().filename().string(),
-                             std::regex("settings\\.conf(\\.damaged(\\.[0-9])?|\\.tmp-1)?")))
+                             std::regex("settings\\.conf(\\.damaged(\\.[0-9])?|\\.tmp-1|\\.lock)?")))
             << entry.path();
     }
 }
