@@ -13,7 +13,7 @@ struct APMonthEventNode {
     PLDate firstDay;      // first day of the (first) occurrence
     PLDate lastDay;       // last day, from the end stamp as stored (not moved for midnight ends)
     PLDate limitDay;      // repeating: the day of the last-occurrence stamp; else = lastDay
-    uint8_t unused24[4];  //
+    PLTime startTime;     // time of day of the start stamp (the week's hour bars start there)
     PLTime endTime;       // time of day of the end stamp
     uint8_t unused32[4];  //
     int32_t recurValueA;  // interval, or the month of a yearly rule
@@ -30,6 +30,7 @@ struct APMonthEventNode {
 static_assert(offsetof(APMonthEventNode, firstDay) == 0);
 static_assert(offsetof(APMonthEventNode, lastDay) == 8);
 static_assert(offsetof(APMonthEventNode, limitDay) == 16);
+static_assert(offsetof(APMonthEventNode, startTime) == 24);
 static_assert(offsetof(APMonthEventNode, endTime) == 28);
 static_assert(offsetof(APMonthEventNode, recurValueA) == 36);
 static_assert(offsetof(APMonthEventNode, recurValueB) == 40);

@@ -389,6 +389,7 @@ APMonthEventNode* APEventRec::QueryMonthEventView(long start, long end, PLBasicS
         node->firstDay = days.first;
         node->lastDay = days.lastRaw;
         node->limitDay = days.limit;
+        node->startTime = days.startTime;
         node->endTime = days.endTime;
         node->recurValueA = c.a;
         node->recurValueB = c.b;

@@ -174,8 +174,12 @@ BAND_TOP = (78, 78, 78)
 BAND_BOTTOM = (52, 52, 52)
 BAND_PRESSED_TOP = (36, 36, 36)
 BAND_PRESSED_BOTTOM = (22, 22, 22)
-NUMBERS_TOP = (44, 44, 44)
-NUMBERS_BOTTOM = (30, 30, 30)
+# The day numbers are white, today's blue and the weekend's red: on a band this close to black the
+# blue and the red keep a contrast of about 4:1 (on the names' charcoal they fell below 3:1).
+NUMBERS_TOP = (14, 14, 14)
+NUMBERS_BOTTOM = (0, 0, 0)
+NUMBERS_PRESSED_TOP = (52, 52, 52)
+NUMBERS_PRESSED_BOTTOM = (36, 36, 36)
 
 
 def band(height, top, bottom, highlight=True):
@@ -301,7 +305,7 @@ def bitmaps():
         # the first of each pair is the pressed look and also fills the header's side margins.
         10290: band(24, BAND_PRESSED_TOP, BAND_PRESSED_BOTTOM, highlight=False),
         10300: band(24, BAND_TOP, BAND_BOTTOM),
-        10310: band(21, BAND_PRESSED_TOP, BAND_PRESSED_BOTTOM, highlight=False),
+        10310: band(21, NUMBERS_PRESSED_TOP, NUMBERS_PRESSED_BOTTOM, highlight=False),
         10320: band(21, NUMBERS_TOP, NUMBERS_BOTTOM),
         # Day view: lunar date row, row icons, hour-label background.
         10340: lunar_strip(),

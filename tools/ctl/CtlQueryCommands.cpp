@@ -30,7 +30,8 @@ void PrintRangeNodes(APMonthEventNode* head, bool json) {
             .Add("b", long(n->recurValueB))
             .Add("kind", long(n->recurKind))
             .Add("colour", long(n->colour))
-            .Add("all_day", long(n->allDay));
+            .Add("all_day", long(n->allDay))
+            .Add("start_time", CtlTimeText(n->startTime));
         std::printf("%s\n", json ? object.Text().c_str() : object.Plain().c_str());
     }
 }
