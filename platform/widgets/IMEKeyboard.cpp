@@ -21,12 +21,18 @@ std::string Label(uint32_t id) {
 
 IMEKeyboard::IMEKeyboard(IMEManager& manager, bool keypad)
     : PLView(kKeyboardID, PLPoint(kTop, 0), PLSize(kHeight, kPLScreenWidth)),
-      mManager(manager),
+      mManager(&manager),
       mKeypad(keypad) {
     if (mKeypad) {
         BuildKeypad();
     } else {
         BuildLetters();
+    }
+}
+
+IMEKeyboard::~IMEKeyboard() {
+    if (mManager != nullptr) {
+        mManager->KeyboardGone(this);
     }
 }
 
@@ -157,7 +163,9 @@ void IMEKeyboard::MouseUp(PLPoint where, PLMouseButton) {
 void IMEKeyboard::Use(const Key& key) {
     switch (key.action) {
         case Key::Action::Type:
-            mManager.Type(key.input);
+            if (mManager != nullptr) {
+                mManager->Type(key.input);
+            }
             if (mShift && !mSymbols) {
                 // Shift holds for one letter.
                 mShift = false;
@@ -166,7 +174,9 @@ void IMEKeyboard::Use(const Key& key) {
             }
             break;
         case Key::Action::Erase:
-            mManager.Type("\b");
+            if (mManager != nullptr) {
+                mManager->Type("\b");
+            }
             break;
         case Key::Action::Shift:
             mShift = !mShift;
@@ -183,7 +193,9 @@ void IMEKeyboard::Use(const Key& key) {
             break;
         case Key::Action::Done:
             // The manager takes the keyboard off the screen; nothing of it is touched afterwards.
-            mManager.Close();
+            if (mManager != nullptr) {
+                mManager->Close();
+            }
             break;
     }
 }

@@ -17,6 +17,11 @@ public:
     static constexpr int kHeight = kPLScreenHeight - kTop;
 
     IMEKeyboard(IMEManager& manager, bool keypad);
+    // Tells the manager that its keyboard is gone (the root view may delete it with its other
+    // panes before the view that opened it goes).
+    ~IMEKeyboard() override;
+    // The manager let go of this keyboard (it is closing): keys reach no manager from now on.
+    void ForgetManager() { mManager = nullptr; }
 
     bool IsKeypad() const { return mKeypad; }
 
@@ -54,7 +59,7 @@ private:
     int KeyAt(PLPoint local) const;
     void Use(const Key& key);
 
-    IMEManager& mManager;
+    IMEManager* mManager;
     bool mKeypad;
     bool mShift = false;
     bool mSymbols = false;

@@ -82,7 +82,16 @@ void IMEManager::Attach(VtTextEditor* editor) {
 
 void IMEManager::RemoveKeyboard() {
     // Deferred: the keyboard may be closing itself from its own pen handler.
+    mKeyboard->ForgetManager();
     mKeyboard->Close(true, true);
+    mKeyboard = nullptr;
+    PLAppContext::GetInstance()->GetEventLoop().SetTextSink(nullptr);
+}
+
+void IMEManager::KeyboardGone(IMEKeyboard* keyboard) {
+    if (keyboard == nullptr || keyboard != mKeyboard) {
+        return;
+    }
     mKeyboard = nullptr;
     PLAppContext::GetInstance()->GetEventLoop().SetTextSink(nullptr);
 }

@@ -48,6 +48,8 @@ public:
     void Type(std::string_view input);
     // The editor is going away.
     void EditorGone(VtTextEditor* editor);
+    // The keyboard was deleted by its parent while open.
+    void KeyboardGone(IMEKeyboard* keyboard);
 
 private:
     void RemoveKeyboard();
