@@ -206,6 +206,7 @@ void VtCalendarRecurEditorView::AddFrameButtons() {
 
 void VtCalendarRecurEditorView::SetRecur(const _EventRecInfo& recordCopy) {
     mSetting = RecurOf(recordCopy);
+    mLoadedStart = mSetting.startStamp;
     mSeriesCountCache = 0;
     mUntilDate = UntilDateOf(mSetting.lastStamp);
     ShowEndDefaults();
@@ -278,6 +279,9 @@ VtRecurEndInput VtCalendarRecurEditorView::EndInput() {
 }
 
 VtRecurRefusal VtCalendarRecurEditorView::EvaluateRecur() {
+    // Each check starts from the event's own start: a refused check may have moved it to the
+    // first occurrence, and a second check would otherwise move it again.
+    mSetting.startStamp = mLoadedStart;
     VtRecurRefusal refusal;
     switch (FillRule(refusal)) {
         case Fill::Refuse:

@@ -152,6 +152,7 @@ private:
     void Confirm();
 
     VtRecurFrameIds mIds;
+    int32_t mLoadedStart = 0;                 // the start stamp of the record last loaded
     VtTopBarView* mTitleBar = nullptr;        // sub-pane
     VtScrollContainer* mContainer = nullptr;  // sub-pane
     VtStaticText* mEndHeading = nullptr;      // in the container, as are the rows below
