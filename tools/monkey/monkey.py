@@ -15,6 +15,7 @@ import argparse
 import os
 import random
 import re
+import shutil
 import sqlite3
 import subprocess
 import sys
@@ -179,7 +180,9 @@ def main():
 
     work = args.work or tempfile.mkdtemp(prefix="monkey-")
     root = os.path.join(work, "root")
-    os.makedirs(root, exist_ok=True)
+    # Every run starts from the same seeded store, also when --work names a folder used before.
+    shutil.rmtree(root, ignore_errors=True)
+    os.makedirs(root)
     seed_store(args.ctl, root)
 
     if args.replay:
