@@ -16,7 +16,7 @@ function(run_ctl line out_var)
 endfunction()
 
 if(SEED)
-    file(STRINGS ${SEED} lines)
+    file(STRINGS ${SEED} lines ENCODING UTF-8)
     foreach(line IN LISTS lines)
         if(line MATCHES "^[ \t]*(#|$)")
             continue()
