@@ -17,5 +17,8 @@ int CtlTextCommand(const std::vector<std::string>& words);
 int CtlLunarCommand(const std::vector<std::string>& words);
 int CtlSendCommand(const std::vector<std::string>& words);
 
+// Makes calendar.rsc's texts available to APGetStr; false with the reason when it cannot be read.
+bool CtlLoadCalendarTexts(std::string& error);
+
 // Prints "calendar-ctl: <message>" on standard error and returns `status`.
 int CtlFail(int status, const std::string& message);

@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "APAlertDB.h"
+#include "APConfig.h"
 #include "APEventAlertDB.h"
 #include "APEventRec.h"
 #include "APVCalendarImport.h"
@@ -14,6 +15,7 @@
 #include "CtlEventBuilder.h"
 #include "CtlFormat.h"
 #include "PLTimeStamp.h"
+#include "recur/VtCalendarRecurText.h"
 
 namespace {
 
@@ -259,7 +261,17 @@ int Show(const std::vector<std::string>& words) {
     if (!APEventRec().GetEventRec(id, &record)) {
         return CtlFail(kCtlFailed, "no event " + std::to_string(id));
     }
-    PrintEvent(record, args.Has("--json"));
+    CtlJson object = EventJson(record);
+    // The rule in the words of the detail view, from the same texts and the same code.
+    long dateFormat = 0;
+    APConfigSystem_GetDateFormat(&dateFormat);
+    std::string textError;
+    if (CtlLoadCalendarTexts(textError)) {
+        object.Add("repeat_text", VtCalendarRecurText(record, dateFormat).str());
+    } else {
+        std::fprintf(stderr, "calendar-ctl: no repeat_text: %s\n", textError.c_str());
+    }
+    std::printf("%s\n", args.Has("--json") ? object.Text().c_str() : object.Plain().c_str());
     return kCtlOk;
 }
 

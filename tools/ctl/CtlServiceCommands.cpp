@@ -100,18 +100,26 @@ int CtlConfigCommand(const std::vector<std::string>& words) {
     return CtlFail(kCtlUsage, "config get [KEY] | config set KEY VALUE");
 }
 
+bool CtlLoadCalendarTexts(std::string& error) {
+    auto* manager = new PLResourceFileManager(PLFourCC("rsrc"), true);
+    if (!manager->LoadFromFile("/root/resource/calendar.rsc")) {
+        error = manager->GetLastError();
+        delete manager;
+        return false;
+    }
+    PLAppContext::GetInstance()->AddResourceManager(manager, true);
+    return true;
+}
+
 int CtlTextCommand(const std::vector<std::string>& words) {
     long id = 0;
     if (words.size() != 1 || !CtlParseInt(words[0], id) || id < 0) {
         return CtlFail(kCtlUsage, "text ID");
     }
-    auto* manager = new PLResourceFileManager(PLFourCC("rsrc"), true);
-    if (!manager->LoadFromFile("/root/resource/calendar.rsc")) {
-        const std::string reason = manager->GetLastError();
-        delete manager;
+    std::string reason;
+    if (!CtlLoadCalendarTexts(reason)) {
         return CtlFail(kCtlFailed, reason);
     }
-    PLAppContext::GetInstance()->AddResourceManager(manager, true);
     PLBasicString<char> text;
     if (!PLAppContext::GetInstance()->GetText(uint32_t(id), text)) {
         return CtlFail(kCtlFailed, "calendar.rsc has no text " + words[0]);

@@ -1,0 +1,459 @@
+// The detail view against a real store and a headless screen: the lines of every kind of event,
+// an event that is gone, the export file's name and contents, the share library's states, and the
+// menu's edit, export and share, and delete, and going back, walked with pen and keys.
+#include <sys/stat.h>
+
+#include <fstream>
+#include <map>
+#include <memory>
+#include <tuple>
+
+#include "APConfig.h"
+#include "APVCalendarImport.h"
+#include "PLDeviceRoot.h"
+#include "PLTimeStamp.h"
+#include "VtMenu.h"
+#include "VtScrollContainer.h"
+#include "day/VtCalendarDayView.h"
+#include "event/VtCalendarDetailText.h"
+#include "event/VtCalendarDetailView.h"
+#include "event/VtCalendarExport.h"
+#include "event/VtCalendarShareLibrary.h"
+#include "event_support.h"
+#include "recur/_RecurInfo.h"
+
+namespace {
+
+// Screen points of the bottom bar (below the 45-pixel status area) and of the option menu's
+// entries, which open above the options button, 30 pixels each.
+constexpr int kBarY = 45 + 239 + 18;
+constexpr int kOptionsX = 20, kEditX = 120, kBackX = 218, kSaveX = 120;
+constexpr int kMenuX = 50, kMenuEditY = 208, kMenuShareY = 238, kMenuDeleteY = 268;
+constexpr uint8_t kKeyOk = 18, kKeyDown = 19, kKeyRight = 29;
+const PLTime kEndOfDay(23, 59, 59);
+
+std::string Text(PLPane* root, uint32_t id) {
+    PLPane* pane = root->FindPane(id);
+    return pane != nullptr ? pane->GetString().str() : "<no pane " + std::to_string(id) + ">";
+}
+
+class DetailViewTest : public EventTest {
+protected:
+    void SetUp() override {
+        EventTest::SetUp();
+        VtCalendarShareLibrary::SetLibraryPath("/usr/lib/libVtShare_shareui.so");
+    }
+    void TearDown() override {
+        EventTest::TearDown();
+        VtCalendarShareLibrary::Unload();
+    }
+    // The view on the screen, heard by `heard`, as the day view shows it.
+    VtCalendarDetailView* Show(int id) {
+        VtCalendarDetailView* view = VtCalendarDetailView::Make(kDetailViewID, id);
+        view->AddListener(&heard);
+        Root().AddSubPane(view, false);
+        return view;
+    }
+    void Play() {
+        Loop().Run();
+        Loop().Reset();
+        EXPECT_TRUE(events.Done());
+    }
+    static bool HostFileExists(const std::string& devicePath) {
+        struct stat info {};
+        return ::stat(PLDeviceRoot::Resolve(devicePath).c_str(), &info) == 0;
+    }
+    static void Touch(const std::string& devicePath) {
+        std::ofstream(PLDeviceRoot::Resolve(devicePath)) << "earlier export";
+    }
+
+    HeardMessages heard;
+};
+
+using Lines = std::map<uint32_t, std::string>;
+
+TEST_F(DetailViewTest, LinesOfEveryKindOfEvent) {
+    const std::string longNotes =
+        "Bring the printed agenda, the budget sheets for the first quarter and the signed "
+        "contracts. We will go through every open point one by one.\nSecond paragraph.";
+    const std::string overlong(700, 'x');
+    EventFields allDay;
+    allDay.allDay = true;
+    allDay.start = PLDateUTC2TimeStamp(PLDate(2026, 11, 24), nullptr);
+    allDay.end = PLDateUTC2TimeStamp(PLDate(2026, 11, 25), &kEndOfDay);
+    EventFields multiDay;
+    multiDay.start = Stamp(2026, 11, 23, 22);
+    multiDay.end = Stamp(2026, 11, 25, 7, 30);
+    EventFields weekly;
+    weekly.kind = 2, weekly.a = 2, weekly.b = 0b0001010, weekly.c = -1;
+    weekly.last = Stamp(2030, 12, 31, 23, 59, 59);
+    weekly.leadAmount = 15, weekly.leadUnit = 1;
+    EventFields monthly;
+    monthly.kind = 4, monthly.a = 1, monthly.b = 2 * 256 + 3, monthly.c = 10;
+    monthly.leadAmount = 6, monthly.leadUnit = 2;
+    EventFields oddLead;
+    oddLead.leadAmount = 3, oddLead.leadUnit = 2;
+    EventFields dayLead;
+    dayLead.leadAmount = 1, dayLead.leadUnit = 3;
+    EventFields impossible;
+    impossible.colour = 0, impossible.classChoice = 99, impossible.kind = 3, impossible.c = 45;
+    EventFields noSubject;
+    noSubject.subject = "";
+    EventFields chinese;
+    chinese.subject = "项目评审会议", chinese.location = "北京会议室", chinese.notes = longNotes;
+    chinese.colour = 11553, chinese.classChoice = 11563;
+    EventFields tooLong;
+    tooLong.subject = overlong, tooLong.notes = overlong, tooLong.location = "\xff\xfe bad bytes";
+
+    // Name, event, the lines looked at, a screenshot name or "".
+    const std::tuple<const char*, EventFields, Lines, const char*> rows[] = {
+        {"one_off",
+         EventFields{.location = "Room 4"},
+         {{kDetailSubjectText, "Team meeting"},
+          {kDetailLocationText, "Room 4"},
+          {kDetailStartText, "2026-11-23\n10:00 AM"},
+          {kDetailEndText, "2026-11-23\n11:00 AM"},
+          {kDetailAllDayText, "No"},
+          {kDetailRepeatText, "Does not repeat"},
+          {kDetailAlarmText, "None"},
+          {kDetailColourText, "Red"},
+          {kDetailClassText, "Business"},
+          {kDetailNotesText, ""}},
+         "detail-one-off"},
+        {"all_day_shows_dates_only",
+         allDay,
+         {{kDetailStartText, "2026-11-24"},
+          {kDetailEndText, "2026-11-25"},
+          {kDetailAllDayText, "Yes"}},
+         "detail-all-day"},
+        {"multi_day",
+         multiDay,
+         {{kDetailStartText, "2026-11-23\n10:00 PM"}, {kDetailEndText, "2026-11-25  7:30 AM"}},
+         ""},
+        {"weekly_with_reminder",
+         weekly,
+         {{kDetailRepeatText, "Every 2 weeks on Mo, We, until 2030-12-31"},
+          {kDetailAlarmText, "15 minutes before"}},
+         "detail-repeating"},
+        {"monthly_hours_lead",
+         monthly,
+         {{kDetailRepeatText, "Monthly on the Second Tuesday, 10 times"},
+          {kDetailAlarmText, "6 hours before"}},
+         ""},
+        {"lead_the_menu_lacks_reads_5_minutes",
+         oddLead,
+         {{kDetailAlarmText, "5 minutes before"}},
+         ""},
+        {"day_lead", dayLead, {{kDetailAlarmText, "1 day before"}}, ""},
+        {"impossible_colour_class_kind",
+         impossible,
+         {{kDetailColourText, "Amber"},
+          {kDetailClassText, "Personal"},
+          {kDetailRepeatText, "Does not repeat"}},
+         ""},
+        {"empty_subject", noSubject, {{kDetailSubjectText, "(No subject)"}}, ""},
+        {"chinese_and_long_notes",
+         chinese,
+         {{kDetailSubjectText, "项目评审会议"},
+          {kDetailLocationText, "北京会议室"},
+          {kDetailNotesText, longNotes},
+          {kDetailColourText, "Dark green"},
+          {kDetailClassText, "Other"}},
+         "detail-long-notes"},
+        {"overlong_texts_without_terminator",
+         tooLong,
+         {{kDetailSubjectText, overlong.substr(0, 600)},
+          {kDetailNotesText, overlong.substr(0, 600)},
+          {kDetailLocationText, "\xff\xfe bad bytes"}},
+         "detail-overlong"},
+    };
+    for (const auto& [name, fields, lines, shot] : rows) {
+        SCOPED_TRACE(name);
+        const int id = AddEvent(fields);
+        ASSERT_GT(id, 0);
+        VtCalendarDetailView* view = Show(id);
+        EXPECT_TRUE(view->HasEvent());
+        for (const auto& [pane, text] : lines) {
+            EXPECT_EQ(Text(view, pane), text) << "pane " << pane;
+        }
+        if (*shot != '\0') {
+            ScriptedEvents::SaveShot(shot);
+        }
+        delete view;
+    }
+}
+
+// An alert id whose record is gone reads as no alarm; nothing is written back.
+TEST_F(DetailViewTest, AlertIdWithoutRecord) {
+    EventFields fields;
+    fields.leadAmount = 10, fields.leadUnit = 1;
+    const int id = AddEvent(fields);
+    _EventRecInfo record;
+    APEventRec().GetEventRec(id, &record);
+    APEventAlertDB().Delete(record.alertInfoId);
+    std::unique_ptr<VtCalendarDetailView> view(VtCalendarDetailView::Make(kDetailViewID, id));
+    EXPECT_EQ(Text(view.get(), kDetailAlarmText), "None");
+    _EventRecInfo after;
+    APEventRec().GetEventRec(id, &after);
+    EXPECT_EQ(std::memcmp(&record, &after, sizeof record), 0);
+}
+
+// Notes that do not fit make the lines scroll; the down key moves them, page down shows the end.
+TEST_F(DetailViewTest, LongLinesScroll) {
+    EventFields fields;
+    fields.notes = "Agenda: " + std::string(40, 'w') + " " + std::string(300, 'n') +
+                   "\n会议记录：请带上打印好的议程和预算表。";
+    VtCalendarDetailView* view = Show(AddEvent(fields));
+    auto* rows = static_cast<VtScrollContainer*>(view->FindPane(kDetailRows));
+    ASSERT_NE(rows, nullptr);
+    EXPECT_GT(rows->GetScrollRange(), 0);
+    events.Key(kKeyDown).Key(kKeyDown);
+    Play();
+    EXPECT_EQ(rows->GetScrollPosition(), 40);
+    events.Key(31).Key(31).Key(31).Shot("detail-long-notes-end");
+    Play();
+    EXPECT_EQ(rows->GetScrollPosition(), rows->GetScrollRange());
+}
+
+// An id that names no event (never stored, deleted meanwhile, impossible) gets a plain notice and
+// nothing to act on; the menu's actions do nothing.
+TEST_F(DetailViewTest, EventThatIsGone) {
+    const int deleted = AddEvent({});
+    APEventRec().DeleteEventRec(deleted);
+    for (int id : {deleted, 9999, 0, -5}) {
+        SCOPED_TRACE(id);
+        VtCalendarDetailView* view = Show(id);
+        EXPECT_FALSE(view->HasEvent());
+        EXPECT_EQ(Text(view, kDetailMissing), "This event no longer exists.");
+        EXPECT_EQ(view->FindPane(kDetailSubjectText), nullptr);
+        for (uint32_t entry : {kDetailMenuEdit, kDetailMenuShare, kDetailMenuDelete}) {
+            EXPECT_FALSE(view->GetOptionsMenu()->FindItem(entry)->IsEnabled());
+        }
+        EXPECT_TRUE(view->ExportAndShare().IsEmpty());
+        view->Edit();
+        view->Delete();
+        EXPECT_TRUE(heard.heard.empty());
+        delete view;
+    }
+    // Still loaded, then deleted by someone else: the next load says so.
+    const int id = AddEvent({});
+    std::unique_ptr<VtCalendarDetailView> view(VtCalendarDetailView::Make(kDetailViewID, id));
+    APEventRec().DeleteEventRec(id);
+    view->LoadEvent(id);
+    EXPECT_FALSE(view->HasEvent());
+}
+
+TEST_F(DetailViewTest, ExportFileNames) {
+    std::vector<std::string> thousand = {"/tmp/17.vcs"};
+    for (int n = 1; n < 1000; ++n) {
+        thousand.push_back("/tmp/17_" + std::to_string(n) + ".vcs");
+    }
+    // Name, files already in /tmp/, the name chosen for event 17.
+    const std::tuple<const char*, std::vector<std::string>, const char*> rows[] = {
+        {"first_export", {}, "/tmp/17.vcs"},
+        {"one_earlier", {"/tmp/17.vcs"}, "/tmp/17_1.vcs"},
+        {"two_earlier", {"/tmp/17.vcs", "/tmp/17_1.vcs"}, "/tmp/17_2.vcs"},
+        {"a_gap_is_filled", {"/tmp/17.vcs", "/tmp/17_2.vcs"}, "/tmp/17_1.vcs"},
+        {"numbered_only_does_not_count", {"/tmp/17_1.vcs"}, "/tmp/17.vcs"},
+        {"other_events_do_not_count", {"/tmp/171.vcs", "/tmp/1.vcs"}, "/tmp/17.vcs"},
+        {"a_thousand_earlier", thousand, "/tmp/17_1000.vcs"},
+    };
+    for (const auto& [name, files, chosen] : rows) {
+        SCOPED_TRACE(name);
+        std::filesystem::remove_all(PLDeviceRoot::Resolve("/tmp"));
+        std::filesystem::create_directories(PLDeviceRoot::Resolve("/tmp"));
+        for (const std::string& file : files) {
+            Touch(file);
+        }
+        EXPECT_EQ(VtCalendarExportPath(17).str(), chosen);
+    }
+}
+
+// What the file holds is read back by the platform's import with the same fields.
+TEST_F(DetailViewTest, ExportReadsBackTheSame) {
+    EventFields timed{.location = "Room 4", .notes = "Line one\nLine two"};
+    timed.leadAmount = 15, timed.leadUnit = 1;
+    EventFields allDay{.subject = "会议"};
+    allDay.allDay = true;
+    allDay.start = PLDateUTC2TimeStamp(PLDate(2026, 12, 24), nullptr);
+    allDay.end = PLDateUTC2TimeStamp(PLDate(2026, 12, 26), &kEndOfDay);
+    EventFields weekly;
+    weekly.kind = 2, weekly.a = 1, weekly.b = 0b0101010, weekly.c = kRecurNoEnd;
+    weekly.last = Stamp(2030, 12, 31, 23, 59, 59);
+    const std::tuple<const char*, EventFields> rows[] = {
+        {"timed_with_alarm_and_two_lines", timed}, {"all_day_chinese", allDay}, {"weekly", weekly}};
+    for (const auto& [name, fields] : rows) {
+        SCOPED_TRACE(name);
+        const int id = AddEvent(fields);
+        _EventRecInfo record;
+        ASSERT_TRUE(APEventRec().GetEventRec(id, &record));
+        const std::string path = VtCalendarExportEvent(uint32_t(id), record).str();
+        EXPECT_EQ(path, "/tmp/" + std::to_string(id) + ".vcs");
+        std::vector<APImportedEvent> imported;
+        std::string error;
+        ASSERT_TRUE(APCalendarImport_File(PLDeviceRoot::Resolve(path), imported, error)) << error;
+        ASSERT_EQ(imported.size(), 1u);
+        ASSERT_TRUE(imported[0].record) << imported[0].error;
+        const _EventRecInfo& back = *imported[0].record;
+        EXPECT_STREQ(back.subject, record.subject);
+        EXPECT_STREQ(back.location, record.location);
+        EXPECT_STREQ(back.notes, record.notes);
+        EXPECT_EQ(back.startStamp, record.startStamp);
+        EXPECT_EQ(back.endStamp, record.endStamp);
+        EXPECT_EQ(back.allDay, record.allDay);
+        EXPECT_EQ(back.recurKind, record.recurKind);
+        EXPECT_EQ(back.recurValueA, record.recurValueA);
+        EXPECT_EQ(back.recurValueB, record.recurValueB);
+        EXPECT_EQ(back.classChoice, record.classChoice);
+        EXPECT_EQ(imported[0].hasAlarm, fields.leadUnit != 0);
+    }
+}
+
+TEST_F(DetailViewTest, ShareLibraryStates) {
+    std::filesystem::copy_file(
+        std::string(CAL_BINARY_DIR) + "/lib/libcalendar_test_share_incomplete.so",
+        PLDeviceRoot::Resolve("/usr/lib/libincomplete.so"));
+    // Name, library, Load's answer, whether a handle is kept, what sharing an empty path and a
+    // missing file answer (the incomplete library's dialog would answer 99).
+    const std::tuple<const char*, const char*, int, bool, int> rows[] = {
+        {"missing", "/usr/lib/libmissing.so", -1, false, 0},
+        {"without_destroy_view", "/usr/lib/libincomplete.so", -1, false, 0},
+        {"complete", "/usr/lib/libVtShare_shareui.so", 0, true, 0},
+    };
+    for (const auto& [name, library, load, loaded, shared] : rows) {
+        SCOPED_TRACE(name);
+        VtCalendarShareLibrary::SetLibraryPath(library);
+        EXPECT_EQ(VtCalendarShareLibrary::Load(), load);
+        EXPECT_EQ(VtCalendarShareLibrary::IsLoaded(), loaded);
+        // Looked up again on a second call with the handle held.
+        EXPECT_EQ(VtCalendarShareLibrary::Load(), load);
+        EXPECT_EQ(VtCalendarShareLibrary::ShareFile(""), 0);
+        PLVector<PLBasicString<char>> none;
+        EXPECT_EQ(VtCalendarShareLibrary::ShareFiles(none), 0);
+        // No screen events: the sheet (when there is one) ends unanswered, nothing saved.
+        EXPECT_EQ(VtCalendarShareLibrary::ShareFile("/tmp/missing.vcs"), shared);
+        VtCalendarShareLibrary::Unload();
+        EXPECT_FALSE(VtCalendarShareLibrary::IsLoaded());
+    }
+}
+
+// Options, export and share, save: the file lies in /tmp/ and in the outbox.
+TEST_F(DetailViewTest, ExportAndShareFromTheMenu) {
+    const int id = AddEvent({.location = "Room 4"});
+    Show(id);
+    events.Tap(kOptionsX, kBarY).Shot("detail-options").Tap(kMenuX, kMenuShareY);
+    events.Shot("detail-share-sheet").Tap(kSaveX, kBarY);
+    Play();
+    const std::string file = std::to_string(id) + ".vcs";
+    EXPECT_TRUE(HostFileExists("/tmp/" + file));
+    EXPECT_TRUE(HostFileExists("/var/outbox/" + file));
+    EXPECT_TRUE(VtCalendarShareLibrary::IsLoaded());
+    // A second share writes the next name and keeps the first.
+    events.Tap(kOptionsX, kBarY).Tap(kMenuX, kMenuShareY).Tap(kSaveX, kBarY);
+    Play();
+    EXPECT_TRUE(HostFileExists("/tmp/" + std::to_string(id) + "_1.vcs"));
+    EXPECT_TRUE(HostFileExists("/var/outbox/" + std::to_string(id) + "_1.vcs"));
+    EXPECT_TRUE(heard.heard.empty());
+}
+
+// Delete: the question by kind of event, its two answers, the store, the notice and the view.
+TEST_F(DetailViewTest, DeleteAsksThenDeletes) {
+    EventFields repeating;
+    repeating.kind = 1, repeating.a = 1, repeating.c = 10;
+    // Name, event, keys that answer the question, whether it is deleted, screenshot.
+    const std::tuple<const char*, EventFields, std::vector<uint8_t>, bool, const char*> rows[] = {
+        {"one_off_yes", {}, {kKeyOk}, true, "detail-delete-question"},
+        {"one_off_cancel", {}, {kKeyRight, kKeyOk}, false, ""},
+        {"repeating_yes", repeating, {kKeyOk}, true, "detail-delete-series-question"},
+        {"repeating_cancel", repeating, {kKeyRight, kKeyOk}, false, ""},
+    };
+    for (const auto& [name, fields, answer, deleted, shot] : rows) {
+        SCOPED_TRACE(name);
+        heard.heard.clear();
+        const int id = AddEvent(fields);
+        VtCalendarDetailView* view = Show(id);
+        events.Tap(kOptionsX, kBarY).Tap(kMenuX, kMenuDeleteY);
+        if (*shot != '\0') {
+            events.Shot(shot);
+        }
+        for (uint8_t key : answer) {
+            events.Key(key);
+        }
+        Play();
+        EXPECT_EQ(Stored(id), !deleted);
+        EXPECT_EQ(heard.Heard(kPLMsgControl, kDetailDeleted), deleted);
+        EXPECT_EQ(Root().FindPane(kDetailViewID) != nullptr, !deleted);
+        if (!deleted) {
+            delete view;
+        }
+    }
+}
+
+// Edit: straight to the notice for a one-off event, through the question for a repeating one.
+TEST_F(DetailViewTest, EditAsksForRepeatingEvents) {
+    EventFields repeating;
+    repeating.kind = 8, repeating.a = 11, repeating.b = 23, repeating.c = kRecurNoEnd;
+    const std::tuple<const char*, EventFields, bool, std::vector<uint8_t>, bool> rows[] = {
+        {"one_off_by_button", {}, false, {}, true},
+        {"one_off_by_menu", {}, true, {}, true},
+        {"repeating_yes", repeating, false, {kKeyOk}, true},
+        {"repeating_cancel", repeating, true, {kKeyRight, kKeyOk}, false},
+    };
+    for (const auto& [name, fields, byMenu, answer, edited] : rows) {
+        SCOPED_TRACE(name);
+        heard.heard.clear();
+        VtCalendarDetailView* view = Show(AddEvent(fields));
+        if (byMenu) {
+            events.Tap(kOptionsX, kBarY).Tap(kMenuX, kMenuEditY);
+        } else {
+            events.Tap(kEditX, kBarY);
+        }
+        for (uint8_t key : answer) {
+            events.Key(key);
+        }
+        Play();
+        EXPECT_EQ(heard.Heard(kPLMsgControl, kDetailEditNotice), edited);
+        EXPECT_NE(Root().FindPane(kDetailViewID), nullptr);
+        delete view;
+    }
+}
+
+// Back: the view leaves its parent, the day view gets the keys again and, for an all-day event,
+// goes to the hour at which the day starts (8 in the default settings).
+TEST_F(DetailViewTest, BackReturnsToTheDay) {
+    EventFields allDay;
+    allDay.allDay = true;
+    allDay.start = PLDateUTC2TimeStamp(PLDate(2026, 11, 24), nullptr);
+    allDay.end = PLDateUTC2TimeStamp(PLDate(2026, 11, 24), &kEndOfDay);
+    const std::tuple<const char*, EventFields, bool, int> rows[] = {
+        {"timed_keeps_the_hour", {}, false, 14},
+        {"all_day_goes_to_the_day_start", allDay, false, 8},
+        {"left_key", {}, true, 14},
+    };
+    for (const auto& [name, fields, byKey, hour] : rows) {
+        SCOPED_TRACE(name);
+        heard.heard.clear();
+        PLDate date(2026, 11, 24);
+        PLTime time(14, 0, 0);
+        auto* day = new VtCalendarDayView(11300, &date, &time, false);
+        Root().AddSubPane(day, false);
+        VtCalendarDetailView* view = VtCalendarDetailView::Make(kDetailViewID, AddEvent(fields));
+        view->AddListener(&heard);
+        day->AddSubPane(view, false);
+        EXPECT_EQ(Loop().GetTarget(), view);
+        if (byKey) {
+            events.Key(28);
+        } else {
+            events.Tap(kBackX, kBarY);
+        }
+        Play();
+        EXPECT_TRUE(heard.Heard(kPLMsgControl, kDetailBack));
+        EXPECT_EQ(view->GetParent(), nullptr);
+        EXPECT_EQ(Loop().GetTarget(), day);
+        EXPECT_EQ(time.GetHour(), hour);
+        delete view;
+        delete day;
+    }
+}
+
+}  // namespace
