@@ -8,6 +8,7 @@
 #include "PLTime.h"
 #include "PLTimeStamp.h"
 #include "event/VtCalendarColours.h"
+#include "event/VtCalendarSaveRules.h"
 #include "recur/VtCalendarRecurText.h"
 
 namespace {
@@ -26,28 +27,9 @@ constexpr uint32_t kTextNoSubject = 10942;
 constexpr uint32_t kTextYes = 12192;
 constexpr uint32_t kTextNo = 12112;
 
-constexpr uint32_t kAlarmNone = 11530;
-constexpr uint32_t kAlarmAtStart = 11531;
-constexpr uint32_t kAlarmFiveMinutes = 11533;
-constexpr uint32_t kAlarmOneHour = 11537;
-constexpr uint32_t kAlarmOneDay = 11540;
 constexpr uint32_t kAlarmLabelFirst = 10152;
 constexpr uint32_t kClassLabelFirst = 10362;
 constexpr uint32_t kLabelStep = 10;
-
-// The amounts each lead unit offers, in menu order.
-constexpr int32_t kMinuteAmounts[] = {0, 1, 5, 10, 15, 30};
-constexpr int32_t kHourAmounts[] = {1, 6, 12};
-
-template <size_t N>
-int IndexOf(const int32_t (&amounts)[N], int32_t amount) {
-    for (size_t i = 0; i < N; ++i) {
-        if (amounts[i] == amount) {
-            return int(i);
-        }
-    }
-    return -1;
-}
 
 }  // namespace
 
@@ -113,23 +95,8 @@ PLBasicString<char> VtCalendarDetailText::MomentText(int32_t stamp, bool allDay,
 }
 
 uint32_t VtCalendarDetailText::AlarmChoice(const _EventAlertInfo* alert) {
-    if (alert == nullptr || alert->enabled == 0) {
-        return kAlarmNone;
-    }
-    int index = -1;
-    if (alert->leadUnit == kAPLeadMinutes) {
-        index = IndexOf(kMinuteAmounts, alert->leadAmount);
-        return index < 0 ? kAlarmFiveMinutes : kAlarmAtStart + uint32_t(index);
-    }
-    if (alert->leadUnit == kAPLeadHours) {
-        index = IndexOf(kHourAmounts, alert->leadAmount);
-        return index < 0 ? kAlarmFiveMinutes : kAlarmOneHour + uint32_t(index);
-    }
-    if (alert->leadUnit == kAPLeadDays && alert->leadAmount == 1) {
-        return kAlarmOneDay;
-    }
-    // Leads the menu does not offer are shown as the form would load them.
-    return kAlarmFiveMinutes;
+    // Read as the form reads it, so that the detail view and the form name the same entry.
+    return alert != nullptr ? VtCalendarAlarmChoiceOf(*alert) : kAlarmNone;
 }
 
 uint32_t VtCalendarDetailText::AlarmLabel(uint32_t choice) {
