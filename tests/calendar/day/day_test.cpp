@@ -1,0 +1,302 @@
+// The day view on a scratch store with a pinned clock: where rows go on mixed days, the header
+// cap, the container's place with and without the lunar row, the key moves and their scroll
+// offsets, the hour labels, the node copy of a row, and what a script cannot see.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "APGetStr.h"
+#include "PLClock.h"
+#include "PLMenu.h"
+#include "PLMenuItem.h"
+#include "PLMessage.h"
+#include "VtScrollContainer.h"
+#include "day/VtCalendarDayViewItem.h"
+#include "day_support.h"
+
+namespace {
+
+// "a a+1 ... b": hour rows without events.
+std::string Hours(int from, int to) {
+    std::string text;
+    for (int hour = from; hour <= to; ++hour) {
+        text += (text.empty() ? "" : " ") + std::to_string(hour);
+    }
+    return text;
+}
+
+// The list as "hour" or "hour:subject" per row, in order.
+std::string Describe(const VtCalendarDayView& view) {
+    std::string text;
+    for (const VtCalendarDayViewItem* item : view.GetItems()) {
+        text += (text.empty() ? "" : " ") + std::to_string(item->GetHour());
+        if (item->GetEvent() != nullptr) {
+            text += std::string(":") + item->GetEvent()->subject;
+        }
+    }
+    return text;
+}
+
+class DayViewTest : public ::testing::Test {
+protected:
+    void SetUp() override { PLClock::Pin(int64_t(Stamp(2026, 11, 21, 9, 41)) * 1000); }
+    void TearDown() override { PLClock::Unpin(); }
+    ScratchRoot root;
+};
+
+const DayEvent kAllDay{"Holiday", 21, 0, 0, 21, 23, 59, true};
+const DayEvent kTwoDays{"Trip", 20, 10, 0, 22, 12, 0};
+const DayEvent kNine{"A", 21, 9, 0, 21, 9, 30};
+const DayEvent kNineLater{"B", 21, 9, 30, 21, 10, 30};
+const DayEvent kLate{"Late", 21, 23, 0, 21, 23, 30};
+const DayEvent kLater{"Later", 21, 23, 15, 21, 23, 45};
+const DayEvent kMidnightEnd{"ToMidnight", 21, 20, 0, 22, 0, 0};
+
+TEST_F(DayViewTest, RowsOfMixedDays) {
+    const struct {
+        const char* name;
+        std::vector<DayEvent> events;
+        bool lunar;
+        int headers, top, height, content;
+        std::string rows;
+    } cases[] = {
+        {"empty day", {}, false, 0, 29, 210, 720, Hours(0, 23)},
+        {"empty day with the lunar row", {}, true, 0, 59, 180, 720, Hours(0, 23)},
+        {"two at nine: the second in an extra row below",
+         {kNine, kNineLater},
+         false,
+         0,
+         29,
+         210,
+         750,
+         Hours(0, 8) + " 9:A 9:B " + Hours(10, 23)},
+        {"extra row after the last hour goes at the end",
+         {kLate, kLater},
+         false,
+         0,
+         29,
+         210,
+         750,
+         Hours(0, 22) + " 23:Late 23:Later"},
+        {"all-day and two-day events go to header rows",
+         {kAllDay, kTwoDays, kNine},
+         false,
+         2,
+         89,
+         150,
+         720,
+         Hours(0, 8) + " 9:A " + Hours(10, 23)},
+        {"header rows below the lunar row",
+         {kAllDay, kTwoDays},
+         true,
+         2,
+         119,
+         120,
+         720,
+         Hours(0, 23)},
+        {"four all-day events: three header rows",
+         {kAllDay, kAllDay, kAllDay, kAllDay},
+         false,
+         3,
+         119,
+         120,
+         720,
+         Hours(0, 23)},
+        {"four all-day events with the lunar row",
+         {kAllDay, kAllDay, kAllDay, kAllDay},
+         true,
+         3,
+         149,
+         90,
+         720,
+         Hours(0, 23)},
+        {"an end at midnight keeps the event on its day",
+         {kMidnightEnd},
+         false,
+         0,
+         29,
+         210,
+         720,
+         Hours(0, 19) + " 20:ToMidnight " + Hours(21, 23)},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        ScratchRoot scratch;
+        SetLunar(row.lunar);
+        for (const DayEvent& event : row.events) {
+            ASSERT_GT(StoreEvent(event), 0);
+        }
+        DayFixture day(0);
+        VtCalendarDayView& view = *day.view;
+        EXPECT_EQ(view.GetShowLunar(), row.lunar);
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_EQ(view.FindPane(111393 + i) != nullptr, i < row.headers) << "header " << i;
+        }
+        const VtScrollContainer* list = view.GetScrollContainer();
+        EXPECT_EQ(list->GetLocation(), PLPoint(row.top, 0));
+        EXPECT_EQ(list->GetSize(), PLSize(row.height, 240));
+        EXPECT_EQ(view.GetContentHeight(), row.content);
+        EXPECT_EQ(Describe(view), row.rows);
+        // Every row sits right below the one before; extra rows share the 23:00 row's id.
+        const auto& items = view.GetItems();
+        for (size_t i = 0; i < items.size(); ++i) {
+            EXPECT_EQ(items[i]->GetLocation(), PLPoint(int(30 * i), 0)) << "row " << i;
+            const bool extra = i > 0 && items[i - 1]->GetHour() == items[i]->GetHour();
+            EXPECT_EQ(items[i]->GetID(), extra ? 111358u : 111335u + items[i]->GetHour());
+        }
+        EXPECT_EQ(view.GetOptionsMenu()->FindItem(11817)->IsEnabled(), !row.events.empty());
+    }
+}
+
+// Too much for the screen: what fits is shown, the rest scrolls, nothing is read past a field.
+TEST_F(DayViewTest, CrowdedDay) {
+    for (int i = 0; i < 200; ++i) {
+        ASSERT_GT(StoreEvent({"crowd", 21, 14, i % 60, 21, 15, 0}), 0);
+    }
+    for (int i = 0; i < 50; ++i) {
+        ASSERT_GT(StoreEvent(kAllDay), 0);
+    }
+    std::string longSubject(600, 'x');
+    longSubject.replace(597, 3, "\xE4\xB8\xAD");  // a Chinese character cut by the field's end
+    ASSERT_GT(StoreEvent({longSubject.c_str(), 21, 3, 0, 21, 4, 0}), 0);
+    DayFixture day(23);
+    VtCalendarDayView& view = *day.view;
+    EXPECT_NE(view.FindPane(111395), nullptr);
+    EXPECT_EQ(view.FindPane(111396), nullptr);
+    EXPECT_EQ(view.GetItems().size(), 24u + 199u);
+    EXPECT_EQ(view.GetContentHeight(), 720 + 199 * 30);
+    // The 23:00 row is the last; the list is scrolled to its end.
+    EXPECT_EQ(view.GetScrollOffset(), view.GetContentHeight() - 118);
+    EXPECT_LT(std::strlen(view.GetItems()[3]->GetEvent()->subject), size_t(kAPDayNodeSubjectSize));
+}
+
+struct KeyCase {
+    const char* name;
+    std::vector<DayEvent> events;
+    int startHour;
+    std::vector<char> keys;
+    int index, hour;
+    long offset;
+};
+
+TEST_F(DayViewTest, KeyMovesAndScrolling) {
+    const char up = 17, down = 19, left = 28, right = 29, pageUp = 30, pageDown = 31;
+    const std::vector<DayEvent> twoAtNine{kNine, kNineLater};
+    const std::vector<DayEvent> fourAllDay{kAllDay, kAllDay, kAllDay, kAllDay};
+    const KeyCase cases[] = {
+        // 208 pixels visible (the container's frame takes 2), 720 high: offsets up to 512.
+        {"the selected hour is scrolled to the top", {}, 8, {}, 8, 8, 240},
+        {"near the end the list shows its end", {}, 23, {}, 23, 23, 512},
+        {"up scrolls to the row it selects", {}, 8, {up}, 7, 7, 210},
+        {"left and page up move up too", {}, 8, {left, pageUp}, 6, 6, 180},
+        {"up to a row still in view does not scroll", {}, 8, {down, down, up}, 9, 9, 240},
+        {"down does not scroll before 210", {}, 0, {down, down, down, down, down, down}, 6, 6, 0},
+        {"down scrolls by 30 once a row reaches 210",
+         {},
+         0,
+         {down, right, pageDown, down, down, down, down},
+         7,
+         7,
+         30},
+        {"up from the first row wraps to the seventh from the end", {}, 0, {up}, 23, 23, 510},
+        {"down from the last row wraps to the top", {}, 23, {down}, 0, 0, 0},
+        {"extra rows are rows of their hour", twoAtNine, 10, {up}, 10, 9, 300},
+        {"wrapping counts the extra rows", twoAtNine, 0, {up}, 24, 23, 540},
+        // Three header rows leave 118 pixels; the 210 is kept, so row 4 is out of view unscrolled.
+        {"210 whatever the header rows take", fourAllDay, 0, {down, down, down, down}, 4, 4, 0},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        ScratchRoot scratch;
+        for (const DayEvent& event : row.events) {
+            ASSERT_GT(StoreEvent(event), 0);
+        }
+        DayFixture day(row.startHour);
+        VtCalendarDayView& view = *day.view;
+        for (char key : row.keys) {
+            EXPECT_TRUE(view.DoKeyCommand(key, 0, kPLModNone));
+        }
+        ASSERT_NE(view.GetSelectedItem(), nullptr);
+        EXPECT_EQ(view.GetSelectedItem(), view.GetItems()[size_t(row.index)]);
+        EXPECT_TRUE(view.GetSelectedItem()->IsSelected());
+        EXPECT_EQ(day.time.GetHour(), row.hour);
+        EXPECT_EQ(view.GetScrollOffset(), row.offset);
+        int selected = 0;
+        for (const VtCalendarDayViewItem* item : view.GetItems()) {
+            selected += item->IsSelected() ? 1 : 0;
+        }
+        EXPECT_EQ(selected, 1);
+    }
+}
+
+// Hears what the day view broadcasts.
+class Recorder : public PLListener {
+public:
+    void Listen(PLMessage* message) override {
+        kinds.push_back(message->GetMessageID());
+        values.push_back(message->GetUserMessageID());
+    }
+    std::vector<uint32_t> kinds, values;
+};
+
+TEST_F(DayViewTest, OkOnAnEmptyHourAsksForANewEventThere) {
+    ASSERT_GT(StoreEvent(kNine), 0);
+    DayFixture day(8);
+    Recorder recorder;
+    day.view->AddListener(&recorder);
+    EXPECT_FALSE(day.view->DoKeyCommand('a', 0, kPLModNone));
+    EXPECT_TRUE(day.view->DoKeyCommand(19, 0, kPLModNone));  // 9am: has an event, no request
+    EXPECT_TRUE(recorder.kinds.empty());
+    EXPECT_TRUE(day.view->DoKeyCommand(19, 0, kPLModNone));
+    EXPECT_TRUE(day.view->DoKeyCommand(18, 0, kPLModNone));
+    ASSERT_EQ(recorder.kinds.size(), 1u);
+    EXPECT_EQ(recorder.kinds[0], kPLMsgUp);
+    EXPECT_EQ(recorder.values[0], kPLWildcard);
+    EXPECT_EQ(day.time.GetHour(), 10);
+}
+
+TEST(DayViewItem, HourLabels) {
+    const struct {
+        int hour;
+        long format;
+        const char* text;
+    } rows[] = {
+        {0, 1, "12am"}, {1, 1, "1am"},    {11, 1, "11am"},  {12, 1, "12pm"},
+        {13, 1, "1pm"}, {23, 1, "11pm"},  {9, 0, "9am"},    {0, 2, "0:00"},
+        {9, 2, "9:00"}, {13, 2, "13:00"}, {23, 2, "23:00"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(VtCalendarDayViewItem::HourLabelText(row.hour, row.format).str(), row.text)
+            << row.hour << " in format " << row.format;
+    }
+}
+
+// A row keeps its own copy of the node, ended within the field even when the store's is not.
+TEST(DayViewItem, NodeCopy) {
+    ScratchRoot root;
+    APDayEventNode node{};
+    std::memset(node.subject, 'y', sizeof(node.subject));
+    node.id = 42;
+    node.startHour = 30;  // no row shows such an hour; the copy keeps it as it is
+    APDayEventNode next{};
+    node.next = &next;
+    VtCalendarDayViewItem row(&node, 5, 11315, nullptr, false, false, 111340);
+    ASSERT_NE(row.GetEvent(), nullptr);
+    EXPECT_EQ(row.GetEvent()->id, 42);
+    EXPECT_EQ(row.GetEvent()->next, nullptr);
+    EXPECT_EQ(std::strlen(row.GetEvent()->subject), size_t(kAPDayNodeSubjectSize - 1));
+    EXPECT_EQ(VtCalendarDayViewItem::SubjectText(node).Length(), size_t(kAPDayNodeSubjectSize));
+    EXPECT_NE(row.GetHourLabel(), nullptr);
+
+    node.subject[0] = '\0';
+    EXPECT_EQ(VtCalendarDayViewItem::SubjectText(node).str(), APGetStr(10942).str());
+    // Header rows and continuation rows with an event have no hour label.
+    EXPECT_EQ(VtCalendarDayViewItem(&node, 0, 0, nullptr, false, true, 111393).GetHourLabel(),
+              nullptr);
+    EXPECT_EQ(VtCalendarDayViewItem(&node, 5, 11339, nullptr, true, false, 111358).GetHourLabel(),
+              nullptr);
+}
+
+}  // namespace
