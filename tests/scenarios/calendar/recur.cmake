@@ -5,7 +5,9 @@ calendar_scenario(recur_daily scripts/recur_daily.txt
                "event show 1" "last_local=\"2026-12-03 08:00:00\"")
 calendar_scenario(recur_weekly scripts/recur_weekly.txt
     EXPECT_CTL "event show 1" "kind=2 a=2 b=66 c=-1 "
-               "event show 1" "last_local=\"2026-12-24 23:59:59\"")
+               "event show 1" "last_local=\"2026-12-24 23:59:59\""
+               "alarm list" "FREQ=WEEKLY;INTERVAL=2;.*BYDAY=MO,SA;.*UNTIL=20261224T235959Z"
+               "alarm list" "next=\"2026-11-30 07:55:00,2026-12-05 07:55:00,2026-12-14 07:55:00")
 calendar_scenario(recur_monthly scripts/recur_monthly.txt
     EXPECT_CTL "event show 1" "kind=4 a=1 b=515 c=3 "
                "event show 1" "last_local=\"2027-02-09 08:00:00\"")
