@@ -471,18 +471,6 @@ TEST_F(EditorTest, DailyWorkdaysOnlyForEventsWithinADay) {
     EXPECT_FALSE(EditorHands(*overnight).Pane(11634).IsEnabled());
 }
 
-TEST_F(EditorTest, RadioGroupsKeepOneOn) {
-    auto editor = Open(4, Hour(2026, 11, 21));
-    EditorHands hands(*editor);
-    hands.Tap(11705);
-    hands.Tap(11721);
-    EXPECT_FALSE(hands.On(11703));
-    EXPECT_TRUE(hands.On(11705));
-    EXPECT_FALSE(hands.On(11711));
-    EXPECT_FALSE(hands.On(11712));
-    EXPECT_TRUE(hands.On(11721));
-}
-
 TEST_F(EditorTest, ReloadStartsFromTheStoredRule) {
     auto editor = Open(2, Hour(2026, 11, 21, 2, 3, 0x0A, 6));
     EditorHands hands(*editor);
@@ -506,14 +494,6 @@ TEST_F(EditorTest, MonthlyRemembersTheCountItComputedFor) {
     EXPECT_EQ(editor->GetUntilDate(), PLDate(2027, 2, 21));
     editor->SetRecur(Hour(2026, 11, 21));
     EXPECT_EQ(editor->GetSeriesCountCache(), 0);
-}
-
-TEST_F(EditorTest, BackSendsNothing) {
-    auto editor = Open(1, Hour(2026, 11, 21));
-    MessageLog form;
-    editor->AddListener(&form);
-    EditorHands(*editor).Send(11643);
-    EXPECT_TRUE(form.messages.empty());
 }
 
 TEST(EditorFactory, MakesTheEditorOfAKind) {
