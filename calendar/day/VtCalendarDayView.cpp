@@ -508,14 +508,18 @@ void VtCalendarDayView::AfterChange() {
 }
 
 void VtCalendarDayView::OpenEditForm(int32_t eventID) {
-    if (PLPane* detail = FindPane(kDetailViewID)) {
+    // The notice may carry the wildcard instead of an id: the detail view knows its event.
+    auto* detail = dynamic_cast<VtCalendarDetailView*>(FindPane(kDetailViewID));
+    if (detail != nullptr) {
         RemoveSubPane(detail);
     }
     if (!mEventRec) {
         mEventRec = std::make_unique<_EventRecInfo>();
     }
     InitEventRecInfo(mEventRec.get());
-    VtCalendarGetEvent(eventID, mEventRec.get());
+    if (!VtCalendarGetEvent(eventID, mEventRec.get()) && detail != nullptr) {
+        VtCalendarGetEvent(detail->GetEventID(), mEventRec.get());
+    }
     if (mEditView == nullptr) {
         mEditView = VtCalendarNewEventView::Make(kDayEditViewID, mSelectDate, mSelectTime, this);
     }

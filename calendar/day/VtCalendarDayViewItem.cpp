@@ -229,7 +229,12 @@ void VtCalendarDayViewItem::OpenDetailView() {
     // The detail view covers the day view: its place is the day view's own top-left.
     mDetailView->SetLocation(PLPoint(0, 0), false);
     mOwner->AddSubPane(mDetailView);
-    PLAppContext::GetInstance()->GetEventLoop().SetTarget(nullptr);
+    // The day view gives up the keys; the detail view may have taken them already when it was
+    // attached, and keeps them then.
+    PLEventLoop& loop = PLAppContext::GetInstance()->GetEventLoop();
+    if (loop.GetTarget() != mDetailView) {
+        loop.SetTarget(nullptr);
+    }
 }
 
 void VtCalendarDayViewItem::Listen(PLMessage* message) {

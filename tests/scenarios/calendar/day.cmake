@@ -25,3 +25,12 @@ calendar_scenario(day_delete_cancel scripts/day_delete_cancel.txt SEED day-busy.
 calendar_scenario(day_delete_all scripts/day_delete_all.txt SEED day-busy.seed
     EXPECT_CTL "query day 2026-11-21" "^$"
     EXPECT_LOG "\"id\":18803")
+# From the day into an event's details and back, through its deletion, and into its edit form.
+calendar_scenario(day_detail_back scripts/day_detail_back.txt SEED day-busy.seed)
+calendar_scenario(day_detail_delete scripts/day_detail_delete.txt SEED day-busy.seed
+    EXPECT_CTL "event list" "subject=Standup" "event list" "!subject=Call"
+    EXPECT_LOG "\"id\":18803")
+calendar_scenario(day_detail_edit scripts/day_detail_edit.txt SEED day-busy.seed
+    EXPECT_CTL "event list" "subject=Standup")
+calendar_scenario(day_detail_edit_save scripts/day_detail_edit_save.txt SEED day-busy.seed
+    EXPECT_CTL "event list" "subject=\"?Standup daily")
