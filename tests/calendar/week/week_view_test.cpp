@@ -1,0 +1,284 @@
+// The week view and its hour table on a scratch device root with a pinned clock: the keys and
+// their limits, the pen, the header after a reload, the scroll to the start of the day, and the
+// application reloading the week view when the settings flag it.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "APConfig.h"
+#include "APEventRec.h"
+#include "APGetStr.h"
+#include "PLClock.h"
+#include "PLEventDispatcher.h"
+#include "PLMessage.h"
+#include "VtScrollContainer.h"
+#include "app/VtCalendarApp.h"
+#include "app/VtCalendarGlobals.h"
+#include "calendar/calendar_support.h"
+#include "week/VtCalendarWeekView.h"
+#include "week/VtCalendarWeekViewHourTable.h"
+
+namespace {
+
+PLDate D(int y, int m, int d) {
+    return PLDate(y, m, d);
+}
+
+// Keeps the kinds of the messages it hears.
+class Recorder : public PLListener {
+public:
+    void Listen(PLMessage* message) override { kinds.push_back(message->GetMessageID()); }
+    std::vector<uint32_t> kinds;
+};
+
+class WeekTest : public ::testing::Test {
+protected:
+    void SetUp() override { PLClock::Pin(int64_t(Stamp(2026, 11, 21, 9, 41)) * 1000); }
+    void TearDown() override { PLClock::Unpin(); }
+
+    void WriteSettings(int32_t weekday, int32_t hour) {
+        APCONFIG_CALENDAR_S config{11414, weekday, hour, 11457};
+        ASSERT_EQ(APConfigCalendar_Write(&config) & 0xFF, 1);
+    }
+
+    ScratchRoot root;
+};
+
+TEST_F(WeekTest, KeysMoveTheCellAndKeepToTheRange) {
+    const struct {
+        const char* name;
+        PLDate selected;
+        char key;
+        bool handled;
+        PLDate after;
+        int column;
+        int row;
+        std::vector<uint32_t> sent;
+    } rows[] = {
+        {"page down: a week on",
+         D(2026, 11, 18),
+         kPLKeyPageDown,
+         true,
+         D(2026, 11, 25),
+         4,
+         9,
+         {kPLMsgValue}},
+        {"page up: a week back",
+         D(2026, 11, 18),
+         kPLKeyPageUp,
+         true,
+         D(2026, 11, 11),
+         4,
+         9,
+         {kPLMsgValue}},
+        {"page up in the first week of 1970 stays at its first day",
+         D(1970, 1, 3),
+         kPLKeyPageUp,
+         true,
+         D(1970, 1, 1),
+         7,
+         9,
+         {kPLMsgValue}},
+        {"page down in the last week of 2030 starts again in 1970",
+         D(2030, 12, 28),
+         kPLKeyPageDown,
+         true,
+         D(1970, 1, 1),
+         7,
+         9,
+         {kPLMsgValue}},
+        {"page down onto the last day of 2030",
+         D(2030, 12, 24),
+         kPLKeyPageDown,
+         true,
+         D(2030, 12, 31),
+         3,
+         9,
+         {kPLMsgValue}},
+        {"left moves the selected day",
+         D(2026, 11, 18),
+         kPLKeyLeft,
+         true,
+         D(2026, 11, 17),
+         3,
+         9,
+         {}},
+        {"left stays in the first column",
+         D(2026, 11, 15),
+         kPLKeyLeft,
+         true,
+         D(2026, 11, 15),
+         1,
+         9,
+         {}},
+        {"right moves the selected day",
+         D(2026, 11, 18),
+         kPLKeyRight,
+         true,
+         D(2026, 11, 19),
+         5,
+         9,
+         {}},
+        {"right stays in the last column",
+         D(2026, 11, 21),
+         kPLKeyRight,
+         true,
+         D(2026, 11, 21),
+         7,
+         9,
+         {}},
+        {"up moves the row", D(2026, 11, 18), kPLKeyUp, true, D(2026, 11, 18), 4, 8, {}},
+        {"down moves the row", D(2026, 11, 18), kPLKeyDown, true, D(2026, 11, 18), 4, 10, {}},
+        {"ok asks for the day", D(2026, 11, 18), kPLKeyOk, true, D(2026, 11, 18), 4, 9, {kPLMsgUp}},
+        {"other keys are not the table's", D(2026, 11, 18), 20, false, D(2026, 11, 18), 4, 9, {}},
+    };
+    WriteSettings(11424, 8);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        PLDate selected = row.selected;
+        VtCalendarWeekViewHourTable table(&selected, PLPoint(0, 0), PLSize(744, 240), 11207);
+        Recorder recorder;
+        table.AddListener(&recorder);
+        table.Rebuild();
+        EXPECT_EQ(table.DoKeyCommand(row.key, 1, PLKeyModifiers{}), row.handled);
+        EXPECT_EQ(selected, row.after);
+        EXPECT_EQ(table.GetSelectedColumn(), row.column);
+        EXPECT_EQ(table.GetSelectedRow(), row.row);
+        EXPECT_EQ(recorder.kinds, row.sent);
+    }
+}
+
+TEST_F(WeekTest, ThePenSelectsACellAndOpensItsDay) {
+    WriteSettings(11425, 8);
+    PLDate selected = D(2026, 11, 21);
+    VtCalendarWeekViewHourTable table(&selected, PLPoint(0, 0), PLSize(744, 240), 11207);
+    Recorder recorder;
+    table.AddListener(&recorder);
+    table.Rebuild();
+    // Monday first: the week of Monday the 16th, the 21st in column 6.
+    ASSERT_EQ(table.GetSelectedColumn(), 6);
+
+    table.MouseDown(PLPoint(31 * 13 + 5, 37 + 26 * 2 + 5), PLMouseButton{});
+    EXPECT_EQ(table.GetSelectedRow(), 14);
+    EXPECT_EQ(table.GetSelectedColumn(), 3);
+    EXPECT_EQ(table.GetCellDate(), D(2026, 11, 18));
+    // The first move only arms the drag; the next one moves the cell.
+    table.MouseMove(PLPoint(31 * 15 + 5, 37 + 26 * 4 + 5), PLMouseButton{});
+    EXPECT_EQ(table.GetSelectedRow(), 14);
+    table.MouseMove(PLPoint(31 * 15 + 5, 37 + 26 * 4 + 5), PLMouseButton{});
+    EXPECT_EQ(table.GetSelectedRow(), 16);
+    EXPECT_EQ(table.GetSelectedColumn(), 5);
+    EXPECT_EQ(selected, D(2026, 11, 21)) << "the selected date waits for the pen to lift";
+    EXPECT_TRUE(recorder.kinds.empty());
+
+    // A pen lifted beside the table still names a cell of the week.
+    table.MouseUp(PLPoint(2000, -40), PLMouseButton{});
+    EXPECT_EQ(table.GetSelectedRow(), 24);
+    EXPECT_EQ(table.GetSelectedColumn(), 1);
+    EXPECT_EQ(selected, D(2026, 11, 16));
+    EXPECT_EQ(recorder.kinds, std::vector<uint32_t>{kPLMsgUp});
+}
+
+TEST_F(WeekTest, ReloadShowsTheWeekOfTheSelectedDate) {
+    const struct {
+        const char* name;
+        int32_t weekday;
+        int32_t hour;
+        PLDate selected;
+        PLDate weekStart;
+        uint32_t firstName;  // weekday text id
+        long scroll;
+    } rows[] = {
+        {"sunday first, day from 8", 11424, 8, D(2026, 11, 21), D(2026, 11, 15), 30592, 8 * 31},
+        {"monday first, day from 0", 11425, 0, D(2026, 11, 21), D(2026, 11, 16), 30532, 0},
+        {"saturday first", 11430, 8, D(2026, 11, 20), D(2026, 11, 14), 30582, 8 * 31},
+        {"late start: the table's end shows", 11424, 22, D(2026, 11, 21), D(2026, 11, 15), 30592,
+         744 - 153},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        WriteSettings(row.weekday, row.hour);
+        PLDate selected = row.selected;
+        std::unique_ptr<VtCalendarWeekView> view(
+            VtCalendarWeekView::Make(11200, &selected, nullptr));
+        EXPECT_EQ(view->GetWeekStart(), row.weekStart);
+        EXPECT_EQ(view->FindPane(11220)->GetString().str(), APGetStr(row.firstName).str());
+        EXPECT_EQ(view->FindPane(11230)->GetString().str(), std::to_string(row.weekStart.day));
+        EXPECT_EQ(view->GetTable()->GetModel().GetWeekStart(), row.weekStart);
+        auto* container = static_cast<VtScrollContainer*>(view->FindPane(11205));
+        EXPECT_EQ(container->GetScrollPosition(), row.scroll);
+        EXPECT_EQ(view->GetTable()->GetSelectedRow(), row.hour + 1);
+    }
+}
+
+TEST_F(WeekTest, DayNumbersShowTodayAndTheWeekend) {
+    WriteSettings(11424, 8);
+    PLDate selected = D(2026, 11, 19);
+    std::unique_ptr<VtCalendarWeekView> view(VtCalendarWeekView::Make(11200, &selected, nullptr));
+    const PLRGBColor white{255, 255, 255};
+    const PLRGBColor red{204, 0, 0};
+    const PLRGBColor blue{0, 102, 255};
+    // Sunday the 15th .. Saturday the 21st, which is today.
+    const PLRGBColor expected[7] = {red, white, white, white, white, white, blue};
+    for (int i = 0; i < 7; ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(view->FindPane(11230 + uint32_t(i))->GetTextColor(), expected[i]);
+    }
+}
+
+TEST_F(WeekTest, TheDeleteEntryNeedsEvents) {
+    WriteSettings(11424, 8);
+    _EventRecInfo record;
+    InitEventRecInfo(&record);
+    record.startStamp = int32_t(Stamp(2026, 11, 24, 10));
+    record.endStamp = record.lastStamp = record.startStamp + 3600;
+    ASSERT_GT(APEventRec().AddEventRec(&record), 0);
+    PLDate selected = D(2026, 11, 21);
+    std::unique_ptr<VtCalendarWeekView> view(VtCalendarWeekView::Make(11200, &selected, nullptr));
+    EXPECT_FALSE(view->HasEvents());
+    EXPECT_FALSE(view->GetOptionsMenu()->FindItem(11815)->IsEnabled());
+    selected = D(2026, 11, 22);
+    view->Reload(0);
+    EXPECT_TRUE(view->HasEvents());
+    EXPECT_TRUE(view->GetOptionsMenu()->FindItem(11815)->IsEnabled());
+}
+
+// The application reloads the week view when the settings say that the week changed (flag 2).
+TEST_F(WeekTest, SettingsFlaggedForTheWeekReloadIt) {
+    const struct {
+        const char* name;
+        uint32_t flags;
+        PLDate weekStart;
+    } rows[] = {
+        {"week flagged", 2, D(2026, 11, 16)},
+        {"all flagged", 7, D(2026, 11, 16)},
+        {"month only", 1, D(2026, 11, 15)},
+        {"nothing flagged", 0, D(2026, 11, 15)},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        APCONFIG_CALENDAR_S config{11415, 11424, 8, 11457};
+        ASSERT_EQ(APConfigCalendar_Write(&config) & 0xFF, 1);
+        auto app = std::make_unique<VtCalendarApp>();
+        app->Initialize();
+        PLAppContext::GetInstance()->SetApplication(app.get());
+        ASSERT_TRUE(app->Startup());
+        ASSERT_EQ(app->WeekView()->GetWeekStart(), D(2026, 11, 15));
+
+        config.startWeekDay = 11425;
+        ASSERT_EQ(APConfigCalendar_Write(&config) & 0xFF, 1);
+        PLMessage changed(kPLMsgValue, 11400, row.flags, kEmptyString, kEmptyString);
+        app->Listen(&changed);
+        EXPECT_EQ(app->WeekView()->GetWeekStart(), row.weekStart);
+        EXPECT_EQ(app->WeekView()->GetTable()->GetModel().GetWeekStart(), row.weekStart);
+
+        app->Cleanup();
+        PLAppContext::GetInstance()->SetApplication(nullptr);
+        app.reset();
+        PLAppContext::ResetInstance();
+    }
+}
+
+}  // namespace
