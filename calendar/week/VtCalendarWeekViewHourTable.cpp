@@ -25,6 +25,8 @@ constexpr int kScrollBarWidth = 20;
 constexpr int kBarInset = 4;  // from a day column's left edge to its first slot
 constexpr int kSlotPitch = 7;
 constexpr int kBarWidth = 5;
+// The date header of the view around the table shows the selected date too.
+constexpr uint32_t kDateHeader = 11204;
 
 constexpr PLRGBColor kLabelGrey{187, 187, 187};
 constexpr PLRGBColor kGridGrey{228, 228, 228};
@@ -246,6 +248,17 @@ void VtCalendarWeekViewHourTable::SelectColumn(int column) {
     mCellDate = mWeekStart + (column - 1);
     CopyCellToSelectDate();
     Redraw();
+    RepaintDateHeader();
+}
+
+void VtCalendarWeekViewHourTable::RepaintDateHeader() {
+    PLPane* top = this;
+    while (top->GetParent() != nullptr) {
+        top = top->GetParent();
+    }
+    if (PLPane* header = top->FindPane(kDateHeader)) {
+        header->Redraw();
+    }
 }
 
 void VtCalendarWeekViewHourTable::StepWeek(int days) {

@@ -53,6 +53,8 @@ private:
     void SelectColumn(int column);
     void StepWeek(int days);
     void CopyCellToSelectDate();
+    // The selected date changed under the date header: let it show the new day.
+    void RepaintDateHeader();
     void Send(uint32_t kind);
 
     // Scrolling through the pane that holds the table (a scroll container's content pane).
