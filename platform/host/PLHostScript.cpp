@@ -224,9 +224,9 @@ bool ParseWords(const std::vector<std::string>& words, PLHostScriptCommand& comm
         }
         return true;
     }
-    if (name == "send") {
-        command.kind = PLHostCommandKind::Send;
-        return ExpectCount(words, 2, "send N", error) &&
+    if (name == "send" || name == "await") {
+        command.kind = name == "send" ? PLHostCommandKind::Send : PLHostCommandKind::Await;
+        return ExpectCount(words, 2, name == "send" ? "send N" : "await N", error) &&
                ParseInRange(words[1], 0, UINT32_MAX, "message id", command.number, error);
     }
     if (name == "shot" || name == "dump") {

@@ -5,6 +5,8 @@
 //   type TEXT                                     the rest of the line, to the input method
 //   wait MS | clock "YYYY-MM-DD HH:MM[:SS]"       move the platform clock
 //   send N                                        an inter-application message
+//   await N                                       wait, in real time, for message N to arrive
+//                                                 from another process (calendar-ctl send N)
 //   shot FILE | dump FILE                         the screen as PNG, the shown pane tree as JSON
 //   expect shown ID | expect hidden ID
 //   expect pixel X Y R G B | expect text ID "TEXT"
@@ -29,6 +31,7 @@ enum class PLHostCommandKind {
     Wait,
     Clock,
     Send,
+    Await,
     Shot,
     Dump,
     ExpectShown,
@@ -43,7 +46,7 @@ struct PLHostScriptCommand {
     int x = 0;  // pen commands and expect pixel
     int y = 0;
     uint8_t key = 0;
-    int64_t number = 0;  // wait: milliseconds; clock: epoch milliseconds; send: message id
+    int64_t number = 0;  // wait: milliseconds; clock: epoch milliseconds; send, await: message id
     uint32_t paneID = 0;
     uint8_t red = 0;
     uint8_t green = 0;

@@ -91,6 +91,9 @@ bool PLHostScriptDriver::NextEvent(PLEventLoop& loop, PLEvent& event) {
     if (mSending) {
         return StepSend(event);
     }
+    if (mAwaiting) {
+        return StepAwait(event);
+    }
     while (mNext < mCommands.size()) {
         const PLHostScriptCommand& command = mCommands[mNext++];
         mCurrentLine = command.line;
@@ -149,6 +152,8 @@ PLHostScriptDriver::Outcome PLHostScriptDriver::Execute(const PLHostScriptComman
             return Outcome::Event;  // an empty event: the idle work fires what is now due
         case PLHostCommandKind::Send:
             return StartSend(command, event);
+        case PLHostCommandKind::Await:
+            return StartAwait(command, event);
         case PLHostCommandKind::Shot:
         case PLHostCommandKind::Dump:
             return Save(command);
@@ -199,6 +204,7 @@ PLHostScriptDriver::Outcome PLHostScriptDriver::StartSend(const PLHostScriptComm
                     "cannot send message " + std::to_string(command.number) + ": " + error);
     }
     mSending = true;
+    mSendID = uint32_t(command.number);
     mSendTarget = before + 1;
     mSendDeadline = SteadyMs() + mHooks.sendTimeoutMs;
     StepSend(event);
@@ -209,6 +215,7 @@ bool PLHostScriptDriver::StepSend(PLEvent& event) {
     event = PLEvent{};
     if (mHooks.deliveredCount() >= mSendTarget) {
         mSending = false;
+        ++mAccounted[mSendID];
         return true;  // delivered; the idle work has run, go on with the next command
     }
     int64_t left = mSendDeadline - SteadyMs();
@@ -221,6 +228,43 @@ bool PLHostScriptDriver::StepSend(PLEvent& event) {
         mHooks.wakeup->Wait(int(left));
     }
     return true;  // an empty event: the idle work runs the posted delivery
+}
+
+bool PLHostScriptDriver::HasUnaccounted(uint32_t id) const {
+    if (!mHooks.deliveredOf) {
+        return false;
+    }
+    const auto claimed = mAccounted.find(id);
+    return mHooks.deliveredOf(id) > (claimed == mAccounted.end() ? 0 : claimed->second);
+}
+
+PLHostScriptDriver::Outcome PLHostScriptDriver::StartAwait(const PLHostScriptCommand& command,
+                                                           PLEvent& event) {
+    mAwaiting = true;
+    mAwaitID = uint32_t(command.number);
+    mAwaitDeadline = SteadyMs() + mHooks.awaitTimeoutMs;
+    StepAwait(event);
+    return mStopped ? Outcome::Stop : Outcome::Event;
+}
+
+bool PLHostScriptDriver::StepAwait(PLEvent& event) {
+    event = PLEvent{};
+    if (HasUnaccounted(mAwaitID)) {
+        mAwaiting = false;
+        ++mAccounted[mAwaitID];
+        return true;  // handled by the application; the idle work has run its reaction
+    }
+    const int64_t left = mAwaitDeadline - SteadyMs();
+    if (left <= 0) {
+        mAwaiting = false;
+        Fail(kExitExpectFailed, mCurrentLine,
+             "message " + std::to_string(mAwaitID) + " did not arrive from another process");
+        return false;
+    }
+    if (mHooks.wakeup) {
+        mHooks.wakeup->Wait(int(left));
+    }
+    return true;  // an empty event: the idle work runs a posted delivery
 }
 
 PLHostScriptDriver::Outcome PLHostScriptDriver::Save(const PLHostScriptCommand& command) {

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,8 @@ public:
         std::function<bool(uint32_t id, std::string& error)> send;
         // Messages from the socket that have reached the application so far.
         std::function<uint64_t()> deliveredCount;
+        // The same for one message id.
+        std::function<uint64_t(uint32_t id)> deliveredOf;
         // The clock was set (`clock`): the status area redraws at once.
         std::function<void()> clockChanged;
         // Before each command (the window pumps its own events there).
@@ -39,6 +42,8 @@ public:
         PLHostWakeup* wakeup = nullptr;
         // How long a sent message may take to arrive, in real milliseconds.
         int sendTimeoutMs = 5000;
+        // How long `await` waits for another process's message, in real milliseconds.
+        int awaitTimeoutMs = 20000;
     };
 
     PLHostScriptDriver(std::vector<PLHostScriptCommand> commands, Hooks hooks,
@@ -64,6 +69,10 @@ private:
     bool StepWait(PLEventLoop& loop, PLEvent& event);
     Outcome StartSend(const PLHostScriptCommand& command, PLEvent& event);
     bool StepSend(PLEvent& event);
+    Outcome StartAwait(const PLHostScriptCommand& command, PLEvent& event);
+    bool StepAwait(PLEvent& event);
+    // Messages of `id` from the socket that no `send` or `await` has accounted for yet.
+    bool HasUnaccounted(uint32_t id) const;
     Outcome Save(const PLHostScriptCommand& command);
     Outcome Expect(const PLHostScriptCommand& command);
     bool CheckText(const PLHostScriptCommand& command, PLPane* root, std::string& found);
@@ -84,6 +93,14 @@ private:
     int mWaitSteps = 0;
 
     bool mSending = false;
+    uint32_t mSendID = 0;
     uint64_t mSendTarget = 0;
     int64_t mSendDeadline = 0;  // steady clock, milliseconds
+
+    bool mAwaiting = false;
+    uint32_t mAwaitID = 0;
+    int64_t mAwaitDeadline = 0;  // steady clock, milliseconds
+    // Per message id, the deliveries that sends and awaits have already claimed, so that each
+    // await is answered by a message of its own, even one that arrived before it started.
+    std::map<uint32_t, uint64_t> mAccounted;
 };

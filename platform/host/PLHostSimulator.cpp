@@ -82,6 +82,10 @@ bool PLHostSimulator::LoadScript(std::string& error) {
     PLHostScriptDriver::Hooks hooks;
     hooks.send = [this](uint32_t id, std::string& why) { return SendThroughSocket(id, why); };
     hooks.deliveredCount = [delivered = mDelivered] { return delivered->load(); };
+    hooks.deliveredOf = [perID = mDeliveredPerID](uint32_t id) {
+        const auto found = perID->find(id);
+        return found == perID->end() ? uint64_t(0) : found->second;
+    };
     hooks.clockChanged = [this] {
         if (mStatusBar) {
             mStatusBar->Refresh();
@@ -118,10 +122,13 @@ bool PLHostSimulator::StartServer(std::string& error) {
     PLEventLoop* loop = &PLAppContext::GetInstance()->GetEventLoop();
     PLHostWakeup* wakeup = &mWakeup;
     auto delivered = mDelivered;
-    auto receive = [loop, wakeup, delivered](const PLHostMessageFields& fields) {
-        loop->Post([fields, delivered] {
+    auto perID = mDeliveredPerID;
+    auto receive = [loop, wakeup, delivered, perID](const PLHostMessageFields& fields) {
+        loop->Post([fields, delivered, perID] {
             PLMessage message(fields.messageID, fields.a, fields.b, fields.s1, fields.s2);
             PLAppContext::GetInstance()->GetEventDispatcher().DispatchMessage(&message);
+            // Counted on the loop's thread, where the script driver reads it.
+            ++(*perID)[fields.messageID];
             delivered->fetch_add(1);
         });
         wakeup->Notify();

@@ -7,7 +7,9 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <iosfwd>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -57,6 +59,9 @@ private:
     PLHostWakeup mWakeup;
     PLHostMessageServer mServer;
     std::shared_ptr<std::atomic<uint64_t>> mDelivered;
+    // Deliveries per message id, for the script's `await`; only the loop's thread touches it.
+    std::shared_ptr<std::map<uint32_t, uint64_t>> mDeliveredPerID =
+        std::make_shared<std::map<uint32_t, uint64_t>>();
     PLHostAppModule mModule;
     std::unique_ptr<PLHostWindow> mWindow;
     std::unique_ptr<PLHostScriptDriver> mDriver;
