@@ -38,6 +38,9 @@ constexpr int kPitch = 34;
 constexpr int kLeft = 4;
 constexpr int kContentWidth = kPLScreenWidth - kScrollBarWidth;
 constexpr int kCaptionWidth = 62;
+// The choice rows' labels are short; their boxes get the room for entries like "15 minutes
+// before".
+constexpr int kChoiceCaptionWidth = 50;
 constexpr int kFieldWidth = kContentWidth - 2 * kLeft;
 constexpr int kPickerWidth = 26;
 constexpr int kPickerLeft = kContentWidth - kLeft - kPickerWidth;
@@ -204,11 +207,11 @@ VtEditField* VtCalendarNewEventView::AddPickerRow(uint32_t fieldId, uint32_t but
 
 VtComboControl* VtCalendarNewEventView::AddChoice(uint32_t labelId, uint32_t labelText,
                                                   uint32_t comboId, VtMenu* menu, int top) {
-    AddPane(MakeStaticText(labelId, PLPoint(top, kLeft), PLSize(kRowHeight, kCaptionWidth),
+    AddPane(MakeStaticText(labelId, PLPoint(top, kLeft), PLSize(kRowHeight, kChoiceCaptionWidth),
                            Text(labelText), 1, false, 0, PLRGBColor(-1, false), nullptr));
-    VtComboControl* combo =
-        MakeVtComboControl(comboId, PLPoint(top, kLeft + kCaptionWidth),
-                           PLSize(kRowHeight, kFieldWidth - kCaptionWidth), menu, 0, kEmptyString);
+    VtComboControl* combo = MakeVtComboControl(
+        comboId, PLPoint(top, kLeft + kChoiceCaptionWidth),
+        PLSize(kRowHeight, kFieldWidth - kChoiceCaptionWidth), menu, 0, kEmptyString);
     combo->SetFont(PLFont::GetFont(PLFourCC("UC16")), false);
     combo->AddListener(this);
     AddPane(combo);

@@ -220,6 +220,23 @@ def button(width, height, state, popup=False):
     return c
 
 
+
+def picker_button(glyph, state):
+    """The form's date and time picker buttons: a small light button with a calendar page or a
+    clock face, 26 by 24."""
+    c = button(26, 24, state)
+    ink = LINE if state == "disabled" else (WHITE if state == "pressed" else INK)
+    if glyph == "clock":
+        c.shape(minus(circle(13, 12, 7.5), circle(13, 12, 6)), ink)
+        c.shape(union(segment(13, 12, 13, 7.5, 1.5), segment(13, 12, 16.5, 12, 1.5)), ink)
+    else:
+        c.shape(minus(rounded_rect(6, 5, 20, 19, 1.5), rounded_rect(7.5, 9.5, 18.5, 17.5, 0.5)),
+                ink)
+        for row in (11.5, 14.5):
+            for col in (9.5, 13, 16.5):
+                c.shape(circle(col, row, 1.0), ink)
+    return c
+
 def day_button(pressed):
     c = Canvas(26, 26)
     border = BLUE if pressed else LINE
@@ -316,6 +333,13 @@ def bitmaps():
         # Weekly repeat editor day buttons.
         10370: day_button(True),
         10380: day_button(False),
+        # Event form: time and date picker buttons (normal, pressed, disabled).
+        10410: picker_button("clock", "normal"),
+        10411: picker_button("clock", "pressed"),
+        10412: picker_button("clock", "disabled"),
+        10420: picker_button("calendar", "normal"),
+        10421: picker_button("calendar", "pressed"),
+        10422: picker_button("calendar", "disabled"),
         # Dialog icons.
         32050: error_icon(),
         32060: info_icon(),
