@@ -437,14 +437,21 @@ TEST_F(EventStoreTest, AlarmsOfAnOlderRootMoveIntoTheStore) {
     }
 }
 
+// A damaged file is set aside byte for byte and a new store made; where the damaged file still
+// shows its id counter, the new store goes on from it, so no id names two different events.
 TEST_F(EventStoreTest, DamagedStoreIsSetAsideAndANewOneMade) {
-    const std::pair<const char*, std::function<std::string(std::string)>> rows[] = {
-        {"truncated", [](std::string bytes) { return bytes.substr(0, bytes.size() / 2); }},
-        {"garbage", [](std::string) { return std::string(5000, '\x7f'); }},
+    const std::tuple<const char*, std::function<std::string(std::string)>, int> rows[] = {
+        {"truncated", [](std::string bytes) { return bytes.substr(0, bytes.size() / 2); }, 1},
+        {"garbage", [](std::string) { return std::string(5000, '\x7f'); }, 1},
         {"pages_overwritten",
-         [](std::string bytes) { return bytes.replace(100, 3000, std::string(3000, '\x01')); }},
+         [](std::string bytes) { return bytes.replace(100, 3000, std::string(3000, '\x01')); }, 1},
+        {"last_page_overwritten",
+         [](std::string bytes) {
+             return bytes.replace(bytes.size() - 4096, 4096, std::string(4096, '\x01'));
+         },
+         42},
     };
-    for (const auto& [name, damage] : rows) {
+    for (const auto& [name, damage, firstId] : rows) {
         SCOPED_TRACE(name);
         Restart();
         const std::string host = HostPath(kAPEventStoreDevicePath);
@@ -459,7 +466,7 @@ TEST_F(EventStoreTest, DamagedStoreIsSetAsideAndANewOneMade) {
         APDatabase::ForgetChecks();
         APEventRec store;
         _EventRecInfo record = TimedEvent("fresh", 5, 6);
-        EXPECT_EQ(store.AddEventRec(&record), 1) << "a new store from 1: " << store.GetLastError();
+        EXPECT_EQ(store.AddEventRec(&record), firstId) << store.GetLastError();
         int setAside = 0;
         for (const auto& entry :
              std::filesystem::directory_iterator(std::filesystem::path(host).parent_path())) {
