@@ -208,7 +208,8 @@ bool VtCalendarDetailView::Ask(uint32_t bitmapID, uint32_t textID, uint32_t yesI
 }
 
 void VtCalendarDetailView::Notify(uint32_t command) {
-    PLMessage notice(kPLMsgControl, command, kPLWildcard, kEmptyString, kEmptyString);
+    // The value names the event, so that the listener knows which one to edit or drop.
+    PLMessage notice(kPLMsgControl, command, uint32_t(mEventID), kEmptyString, kEmptyString);
     BroadcastMessage(&notice);
 }
 
