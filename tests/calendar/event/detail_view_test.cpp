@@ -1,7 +1,14 @@
 // The detail view against a real store and a headless screen: the lines of every kind of event,
 // an event that is gone, the export file's name and contents, the share library's states, and the
 // menu's edit, export and share, and delete, and going back, walked with pen and keys.
+#include <libical/ical.h>
+#include <libical/vcc.h>
+extern "C" {
+#include <libical/icalvcal.h>
+}
 #include <sys/stat.h>
+
+#include <cstdio>
 
 #include <fstream>
 #include <map>
@@ -35,6 +42,62 @@ const PLTime kEndOfDay(23, 59, 59);
 std::string Text(PLPane* root, uint32_t id) {
     PLPane* pane = root->FindPane(id);
     return pane != nullptr ? pane->GetString().str() : "<no pane " + std::to_string(id) + ">";
+}
+
+// Summary, location and description as libical's vCalendar reader finds them (line breaks as
+// "\n"), or nothing when it finds no event.
+std::vector<std::string> ReadWithLibical(const std::string& path) {
+    VObject* object = Parse_MIME_FromFileName(path.c_str());
+    icalcomponent* calendar = object != nullptr ? icalvcal_convert(object) : nullptr;
+    if (object != nullptr) {
+        cleanVObject(object);
+    }
+    icalcomponent* event =
+        calendar ? icalcomponent_get_first_component(calendar, ICAL_VEVENT_COMPONENT) : nullptr;
+    std::vector<std::string> fields;
+    if (event != nullptr) {
+        for (const char* text :
+             {icalcomponent_get_summary(event), icalcomponent_get_location(event),
+              icalcomponent_get_description(event)}) {
+            std::string field = text != nullptr ? text : "";
+            for (size_t at; (at = field.find("\r\n")) != std::string::npos;) {
+                field.erase(at, 1);
+            }
+            fields.push_back(field);
+        }
+    }
+    if (calendar != nullptr) {
+        icalcomponent_free(calendar);
+    }
+    return fields;
+}
+
+// The same three as Python's vobject reads them, each printed as hex so that any byte survives.
+std::vector<std::string> ReadWithVobject(const std::string& path) {
+    const std::string command =
+        "/usr/bin/python3 -c \"import sys, vobject\n"
+        "e = vobject.readOne(open(sys.argv[1], encoding='utf-8').read()).vevent\n"
+        "for n in ['summary', 'location', 'description']:\n"
+        "    c = e.contents.get(n)\n"
+        "    print((c[0].value if c else '').replace('\\r\\n', '\\n').encode().hex() or '-')\" " +
+        path;
+    std::vector<std::string> fields;
+    FILE* pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr) {
+        return fields;
+    }
+    char line[4096];
+    while (std::fgets(line, sizeof line, pipe) != nullptr) {
+        std::string hex(line);
+        hex.erase(hex.find_last_not_of("\n") + 1);
+        std::string field;
+        for (size_t i = 0; hex != "-" && i + 1 < hex.size(); i += 2) {
+            field.push_back(char(std::stoi(hex.substr(i, 2), nullptr, 16)));
+        }
+        fields.push_back(field);
+    }
+    pclose(pipe);
+    return fields;
 }
 
 class DetailViewTest : public EventTest {
@@ -267,9 +330,24 @@ TEST_F(DetailViewTest, ExportFileNames) {
         }
         EXPECT_EQ(VtCalendarExportPath(17).str(), chosen);
     }
+    // "/tmp/" that cannot hold files (here a plain file): the probe fails otherwise than "missing",
+    // the first name is taken, the write fails quietly and the event stays as it was.
+    std::filesystem::remove_all(PLDeviceRoot::Resolve("/tmp"));
+    Touch("/tmp");
+    EXPECT_EQ(VtCalendarExportPath(17).str(), "/tmp/17.vcs");
+    const int id = AddEvent({});
+    _EventRecInfo before;
+    APEventRec().GetEventRec(id, &before);
+    VtCalendarDetailView* view = Show(id);
+    EXPECT_EQ(view->ExportAndShare().str(), "/tmp/" + std::to_string(id) + ".vcs");
+    _EventRecInfo after;
+    APEventRec().GetEventRec(id, &after);
+    EXPECT_EQ(std::memcmp(&before, &after, sizeof before), 0);
+    EXPECT_FALSE(HostFileExists("/var/outbox/" + std::to_string(id) + ".vcs"));
 }
 
-// What the file holds is read back by the platform's import with the same fields.
+// What the file holds is read back by the platform's import, libical and vobject with the same
+// fields.
 TEST_F(DetailViewTest, ExportReadsBackTheSame) {
     EventFields timed{.location = "Room 4", .notes = "Line one\nLine two"};
     timed.leadAmount = 15, timed.leadUnit = 1;
@@ -306,6 +384,10 @@ TEST_F(DetailViewTest, ExportReadsBackTheSame) {
         EXPECT_EQ(back.recurValueB, record.recurValueB);
         EXPECT_EQ(back.classChoice, record.classChoice);
         EXPECT_EQ(imported[0].hasAlarm, fields.leadUnit != 0);
+        // Two independent readers find the same texts.
+        const std::vector<std::string> texts = {record.subject, record.location, record.notes};
+        EXPECT_EQ(ReadWithLibical(PLDeviceRoot::Resolve(path)), texts);
+        EXPECT_EQ(ReadWithVobject(PLDeviceRoot::Resolve(path)), texts);
     }
 }
 
