@@ -235,7 +235,7 @@ TEST_F(SharedStoreTest, EveryAcknowledgedWriteSurvivesTheOthers) {
         const Outcome outcome = Run(mix);
         APDatabase::ForgetChecks();
         EXPECT_GE(outcome.added.size(), mix.minAdds);
-        std::printf("%s: %zu adds, %zu deletes, %ld reads acknowledged\n", mix.name,
+        std::printf("%s: %zu acknowledged adds, %zu acknowledged deletes, %ld reads\n", mix.name,
                     outcome.added.size(), outcome.deleted.size(), outcome.reads);
         EXPECT_GT(outcome.reads, 20);
         EXPECT_EQ(outcome.readFailures, 0);
