@@ -1,6 +1,6 @@
 // The detail view against a real store and a headless screen: the lines of every kind of event,
-// an event that is gone, the export file's name and contents, the share library's states, and the
-// menu's edit, export and share, and delete, and going back, walked with pen and keys.
+// scrolling, an event that is gone, the export file's name and contents, the share library's
+// states, and going back to the day. The menu and its questions are walked by the scenarios.
 #include <libical/ical.h>
 #include <libical/vcc.h>
 extern "C" {
@@ -31,12 +31,11 @@ extern "C" {
 
 namespace {
 
-// Screen points of the bottom bar (below the 45-pixel status area) and of the option menu's
-// entries, which open above the options button, 30 pixels each.
+// The back button of the bottom bar, below the 45-pixel status area. (The menu, the questions and
+// the share sheet are walked by the scenarios from the day view.)
 constexpr int kBarY = 45 + 239 + 18;
-constexpr int kOptionsX = 20, kEditX = 120, kBackX = 218, kSaveX = 120;
-constexpr int kMenuX = 50, kMenuEditY = 208, kMenuShareY = 238, kMenuDeleteY = 268;
-constexpr uint8_t kKeyOk = 18, kKeyDown = 19, kKeyRight = 29;
+constexpr int kBackX = 218;
+constexpr uint8_t kKeyDown = 19, kKeyPageDown = 31, kKeyLeft = 28;
 const PLTime kEndOfDay(23, 59, 59);
 
 std::string Text(PLPane* root, uint32_t id) {
@@ -273,7 +272,7 @@ TEST_F(DetailViewTest, LongLinesScroll) {
     events.Key(kKeyDown).Key(kKeyDown);
     Play();
     EXPECT_EQ(rows->GetScrollPosition(), 40);
-    events.Key(31).Key(31).Key(31).Shot("detail-long-notes-end");
+    events.Key(kKeyPageDown).Key(kKeyPageDown).Key(kKeyPageDown).Shot("detail-long-notes-end");
     Play();
     EXPECT_EQ(rows->GetScrollPosition(), rows->GetScrollRange());
 }
@@ -419,87 +418,6 @@ TEST_F(DetailViewTest, ShareLibraryStates) {
     }
 }
 
-// Options, export and share, save: the file lies in /tmp/ and in the outbox.
-TEST_F(DetailViewTest, ExportAndShareFromTheMenu) {
-    const int id = AddEvent({.location = "Room 4"});
-    Show(id);
-    events.Tap(kOptionsX, kBarY).Shot("detail-options").Tap(kMenuX, kMenuShareY);
-    events.Shot("detail-share-sheet").Tap(kSaveX, kBarY);
-    Play();
-    const std::string file = std::to_string(id) + ".vcs";
-    EXPECT_TRUE(HostFileExists("/tmp/" + file));
-    EXPECT_TRUE(HostFileExists("/var/outbox/" + file));
-    EXPECT_TRUE(VtCalendarShareLibrary::IsLoaded());
-    // A second share writes the next name and keeps the first.
-    events.Tap(kOptionsX, kBarY).Tap(kMenuX, kMenuShareY).Tap(kSaveX, kBarY);
-    Play();
-    EXPECT_TRUE(HostFileExists("/tmp/" + std::to_string(id) + "_1.vcs"));
-    EXPECT_TRUE(HostFileExists("/var/outbox/" + std::to_string(id) + "_1.vcs"));
-    EXPECT_TRUE(heard.heard.empty());
-}
-
-// Delete: the question by kind of event, its two answers, the store, the notice and the view.
-TEST_F(DetailViewTest, DeleteAsksThenDeletes) {
-    EventFields repeating;
-    repeating.kind = 1, repeating.a = 1, repeating.c = 10;
-    // Name, event, keys that answer the question, whether it is deleted, screenshot.
-    const std::tuple<const char*, EventFields, std::vector<uint8_t>, bool, const char*> rows[] = {
-        {"one_off_yes", {}, {kKeyOk}, true, "detail-delete-question"},
-        {"one_off_cancel", {}, {kKeyRight, kKeyOk}, false, ""},
-        {"repeating_yes", repeating, {kKeyOk}, true, "detail-delete-series-question"},
-        {"repeating_cancel", repeating, {kKeyRight, kKeyOk}, false, ""},
-    };
-    for (const auto& [name, fields, answer, deleted, shot] : rows) {
-        SCOPED_TRACE(name);
-        heard.heard.clear();
-        const int id = AddEvent(fields);
-        VtCalendarDetailView* view = Show(id);
-        events.Tap(kOptionsX, kBarY).Tap(kMenuX, kMenuDeleteY);
-        if (*shot != '\0') {
-            events.Shot(shot);
-        }
-        for (uint8_t key : answer) {
-            events.Key(key);
-        }
-        Play();
-        EXPECT_EQ(Stored(id), !deleted);
-        EXPECT_EQ(heard.Heard(kPLMsgControl, kDetailDeleted), deleted);
-        EXPECT_EQ(Root().FindPane(kDetailViewID) != nullptr, !deleted);
-        if (!deleted) {
-            delete view;
-        }
-    }
-}
-
-// Edit: straight to the notice for a one-off event, through the question for a repeating one.
-TEST_F(DetailViewTest, EditAsksForRepeatingEvents) {
-    EventFields repeating;
-    repeating.kind = 8, repeating.a = 11, repeating.b = 23, repeating.c = kRecurNoEnd;
-    const std::tuple<const char*, EventFields, bool, std::vector<uint8_t>, bool> rows[] = {
-        {"one_off_by_button", {}, false, {}, true},
-        {"one_off_by_menu", {}, true, {}, true},
-        {"repeating_yes", repeating, false, {kKeyOk}, true},
-        {"repeating_cancel", repeating, true, {kKeyRight, kKeyOk}, false},
-    };
-    for (const auto& [name, fields, byMenu, answer, edited] : rows) {
-        SCOPED_TRACE(name);
-        heard.heard.clear();
-        VtCalendarDetailView* view = Show(AddEvent(fields));
-        if (byMenu) {
-            events.Tap(kOptionsX, kBarY).Tap(kMenuX, kMenuEditY);
-        } else {
-            events.Tap(kEditX, kBarY);
-        }
-        for (uint8_t key : answer) {
-            events.Key(key);
-        }
-        Play();
-        EXPECT_EQ(heard.Heard(kPLMsgControl, kDetailEditNotice), edited);
-        EXPECT_NE(Root().FindPane(kDetailViewID), nullptr);
-        delete view;
-    }
-}
-
 // Back: the view leaves its parent, the day view gets the keys again and, for an all-day event,
 // goes to the hour at which the day starts (8 in the default settings).
 TEST_F(DetailViewTest, BackReturnsToTheDay) {
@@ -524,7 +442,7 @@ TEST_F(DetailViewTest, BackReturnsToTheDay) {
         day->AddSubPane(view, false);
         EXPECT_EQ(Loop().GetTarget(), view);
         if (byKey) {
-            events.Key(28);
+            events.Key(kKeyLeft);
         } else {
             events.Tap(kBackX, kBarY);
         }
