@@ -8,10 +8,12 @@
 #include <vector>
 
 #include "APGetStr.h"
+#include "PLAppContext.h"
 #include "PLClock.h"
 #include "PLMenu.h"
 #include "PLMenuItem.h"
 #include "PLMessage.h"
+#include "PLScreen.h"
 #include "VtScrollContainer.h"
 #include "day/VtCalendarDayViewItem.h"
 #include "day_support.h"
@@ -161,14 +163,24 @@ TEST_F(DayViewTest, CrowdedDay) {
     std::string longSubject(600, 'x');
     longSubject.replace(597, 3, "\xE4\xB8\xAD");  // a Chinese character cut by the field's end
     ASSERT_GT(StoreEvent({longSubject.c_str(), 21, 3, 0, 21, 4, 0}), 0);
+    ASSERT_GT(StoreEvent({"bad \xFF\xFE\xC3 bytes", 21, 5, 0, 21, 6, 0}), 0);
     DayFixture day(23);
     VtCalendarDayView& view = *day.view;
+    // Painted on the screen as the application shows it, every row and the lunar row included.
+    PLView root(0, PLPoint(0, 0), PLSize(320, 240));
+    root.AddSubPane(day.view.release(), false);
+    SetLunar(true);
+    view.Reload(0);
+    PLAppContext::GetInstance()->GetScreen().SetRoot(&root);
+    PLAppContext::GetInstance()->GetScreen().PaintAll();
+    PLAppContext::GetInstance()->GetScreen().SetRoot(nullptr);
     EXPECT_NE(view.FindPane(111395), nullptr);
     EXPECT_EQ(view.FindPane(111396), nullptr);
     EXPECT_EQ(view.GetItems().size(), 24u + 199u);
     EXPECT_EQ(view.GetContentHeight(), 720 + 199 * 30);
-    // The 23:00 row is the last; the list is scrolled to its end.
-    EXPECT_EQ(view.GetScrollOffset(), view.GetContentHeight() - 118);
+    // The 23:00 row is the last; the list (three header rows and the lunar row above it) is
+    // scrolled to its end.
+    EXPECT_EQ(view.GetScrollOffset(), view.GetContentHeight() - 88);
     EXPECT_LT(std::strlen(view.GetItems()[3]->GetEvent()->subject), size_t(kAPDayNodeSubjectSize));
 }
 

@@ -35,3 +35,4 @@ calendar_scenario(day_detail_edit scripts/day_detail_edit.txt SEED day-busy.seed
 calendar_scenario(day_detail_edit_save scripts/day_detail_edit_save.txt SEED day-busy.seed
     EXPECT_CTL "event list" "subject=\"?Standup daily")
 calendar_scenario(day_header_arrows scripts/day_header_arrows.txt SEED day-busy.seed)
+calendar_scenario(day_go_to_date scripts/day_go_to_date.txt SEED day-busy.seed)
