@@ -14,6 +14,8 @@ calendar_scenario(recur_monthly scripts/recur_monthly.txt
 calendar_scenario(recur_yearly scripts/recur_yearly.txt
     EXPECT_CTL "event show 1" "kind=8 a=2 b=29 c=1048575 "
                "event show 1" "last_local=\"2030-12-31 23:59:59\"")
+calendar_scenario(recur_change_remove scripts/recur_change_remove.txt
+    EXPECT_CTL "event show 1" "recurring=0 .*kind=0 ")
 calendar_scenario(recur_back scripts/recur_back.txt
     EXPECT_CTL "event show 1" "recurring=0 .*kind=0 ")
 
