@@ -13,6 +13,7 @@
 #include "CtlArgs.h"
 #include "PLTimeStamp.h"
 #include "app/VtCalendarSeriesEnd.h"
+#include "event/VtCalendarSaveRules.h"
 
 namespace {
 
@@ -46,140 +47,18 @@ PLDate StartDate(const _EventRecInfo& record, PLTime* time) {
     return date;
 }
 
-// The save path's move of a repeating event's start to its first occurrence.
+// The save path's move of a repeating event's start to its first occurrence: the application's
+// own computation, so that a seeded series starts where one saved on the phone does.
 void MoveToFirstOccurrence(_EventRecInfo& record) {
     PLTime startTime;
     const PLDate start = StartDate(record, &startTime);
-    PLDate candidate = start;
-    const int kind = record.recurKind;
-    if (kind == kRecurMonthly || kind == kRecurYearly) {
-        const int week = (record.recurValueB >> 8) & 0xFF;
-        const int day = record.recurValueB & 0xFF;
-        if (week != 0) {
-            candidate = PLDate(start.year, start.month, 1);
-            GetStartWeekday(candidate, week, day);
-        } else {
-            const int length = PLDate::NumberOfDaysInMonth(start.month, start.year);
-            candidate = PLDate(start.year, start.month, day > length ? length : day);
-        }
-        if (kind == kRecurYearly) {
-            candidate.month = uint8_t(record.recurValueA);
-            candidate.FixFromMDY();
-            if (week != 0) {
-                GetStartWeekday(candidate, week, day);
-            }
-            if (candidate < start && candidate.year <= 2029) {
-                candidate.year += 1;
-                candidate.FixFromMDY();
-            }
-        }
-        if (candidate < start) {
-            candidate.month += 1;
-            candidate.FixFromMDY();
-            if (week != 0) {
-                GetStartWeekday(candidate, week, day);
-            }
-        }
-    } else if (kind == kRecurWeekly) {
-        for (int tries = 0; tries < 7; ++tries) {
-            if ((record.recurValueB >> (candidate.Weekday() - 1)) & 1) {
-                break;
-            }
-            candidate += 1;
-        }
-    }
-    if (candidate == start) {
-        return;
-    }
-    const long moved = record.allDay ? PLDateUTC2TimeStamp(&candidate, &startTime)
-                                     : PLDate2TimeStamp(&candidate, &startTime);
-    const long shift = moved - record.startStamp;
-    record.startStamp = int32_t(moved);
-    record.endStamp = int32_t(record.endStamp + shift);
+    VtCalendarMoveToFirstOccurrence(record, start, startTime);
 }
 
 void ClearRepeat(_EventRecInfo& record) {
     record.recurKind = kRecurNone;
     record.recurring = 0;
     record.lastStamp = record.endStamp;
-}
-
-// The weekly mask as the daemon reads it: reversed, then moved to the UTC weekdays.
-int DaemonWeekMask(int mask, long alertTime) {
-    int reversed = 0;
-    for (int i = 0; i < 7; ++i) {
-        if (mask & (1 << i)) {
-            reversed |= 1 << (6 - i);
-        }
-    }
-    const time_t moment = time_t(alertTime);
-    std::tm local{};
-    std::tm utc{};
-    localtime_r(&moment, &local);
-    gmtime_r(&moment, &utc);
-    const long localDay =
-        PLDate::DayNumberOf(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday);
-    const long utcDay = PLDate::DayNumberOf(utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday);
-    if (utcDay < localDay) {
-        const bool wrap = reversed & 0x40;
-        reversed <<= 1;
-        if (wrap) {
-            reversed |= 1;
-        }
-    } else if (utcDay > localDay && reversed != 0) {
-        reversed = (reversed >> 1) | 0x40;
-    }
-    return reversed;
-}
-
-void WriteRule(AP_ALERT_CONTEXT& context, const _EventRecInfo& record, long alertTime) {
-    const int a = record.recurValueA;
-    const int b = record.recurValueB;
-    const int c = record.recurValueC;
-    const long last = record.lastStamp;
-    if (record.recurring) {
-        const int week = b >> 8;
-        const int day = b & 0xFF;
-        const int daemonWeek = week == 5 ? -1 : week;
-        const int daemonWeekday = 6 - day < 1 ? 13 - day : 6 - day;
-        switch (record.recurKind) {
-            case kRecurDaily:
-                if (b == 1) {
-                    APAlertDB_MakeWeekdayRecur(&context, alertTime, c, last);
-                } else {
-                    APAlertDB_MakeDailyRecur(&context, alertTime, a, c, last);
-                }
-                return;
-            case kRecurWeekly:
-                APAlertDB_MakeWeeklyRecur(&context, alertTime, a, DaemonWeekMask(b, alertTime), c,
-                                          last);
-                return;
-            case kRecurMonthly:
-                if (week != 0) {
-                    APAlertDB_MakeMonthlyRecur(&context, alertTime, a, daemonWeek, daemonWeekday, c,
-                                               last);
-                } else {
-                    APAlertDB_MakeMonthlyRecur(&context, alertTime, a, b, c, last);
-                }
-                return;
-            case kRecurYearly:
-                if (week != 0) {
-                    APAlertDB_MakeYearlyRecur(&context, alertTime, a, daemonWeek, daemonWeekday, c,
-                                              last);
-                } else {
-                    APAlertDB_MakeYearlyRecur(&context, alertTime, a, b, c, last);
-                }
-                return;
-            default:
-                break;
-        }
-    }
-    const time_t moment = time_t(alertTime);
-    std::tm utc{};
-    gmtime_r(&moment, &utc);
-    std::snprintf(context.rule, sizeof context.rule,
-                  "FREQ=DAILY;INTERVAL=1;COUNT=1;BYHOUR=%d;BYMINUTE=%d;BYSECOND=0", utc.tm_hour,
-                  utc.tm_min);
 }
 
 }  // namespace
@@ -315,24 +194,14 @@ bool CtlApplyRepeat(_EventRecInfo& record, const CtlRepeat& repeat, std::string&
 }
 
 bool CtlAlarmLead(int alarmID, long& seconds, int& amount, int& unit) {
-    struct Lead {
-        int id, amount, unit;
-        long seconds;
-    };
-    static const Lead kLeads[] = {
-        {11531, 0, 1, 0},      {11532, 1, 1, 60},    {11533, 5, 1, 300},  {11534, 10, 1, 600},
-        {11535, 15, 1, 900},   {11536, 30, 1, 1800}, {11537, 1, 2, 3600}, {11538, 6, 2, 21600},
-        {11539, 12, 2, 43200}, {11540, 1, 3, 86400},
-    };
-    for (const Lead& lead : kLeads) {
-        if (lead.id == alarmID) {
-            seconds = lead.seconds;
-            amount = lead.amount;
-            unit = lead.unit;
-            return true;
-        }
+    VtCalendarLead lead;
+    if (alarmID < 0 || !VtCalendarLeadOf(uint32_t(alarmID), lead)) {
+        return false;
     }
-    return false;
+    seconds = lead.seconds;
+    amount = lead.amount;
+    unit = lead.unit;
+    return true;
 }
 
 bool CtlRegisterAlarm(_EventRecInfo& record, long leadSeconds, int amount, int unit,
@@ -347,7 +216,7 @@ bool CtlRegisterAlarm(_EventRecInfo& record, long leadSeconds, int amount, int u
         context.utcAlertTime = int32_t(record.startStamp - leadSeconds);
     }
     context.alertTime = int32_t(alertTime);
-    WriteRule(context, record, alertTime);
+    VtCalendarAlarmRule(context, record, alertTime);
     // The owner key is the alert record's id, which a new alarm does not have yet.
     std::snprintf(context.owner, sizeof context.owner, "%d", 0);
     context.sourceKind = 5;

@@ -15,13 +15,15 @@
 #include "CtlEventBuilder.h"
 #include "CtlFormat.h"
 #include "PLTimeStamp.h"
+#include "event/VtCalendarSaveRules.h"
 #include "recur/VtCalendarRecurText.h"
 
 namespace {
 
+// As the save path copies a field: at most 600 bytes, never half a character.
 void CopyText(char (&field)[kAPEventTextSize], const std::string& text) {
     std::memset(field, 0, sizeof field);
-    std::memcpy(field, text.data(), std::min<size_t>(text.size(), kAPEventTextMax));
+    VtCalendarCopyRecordText(field, PLBasicString<char>(text.c_str()));
 }
 
 bool ParseId(const std::string& text, int& id) {
@@ -58,11 +60,7 @@ bool ReadTimes(const CtlArgs& args, _EventRecInfo& record, std::string& error) {
     }
     record.allDay = allDay ? 1 : 0;
     if (allDay) {
-        const PLTime midnight(0, 0, 0);
-        const PLTime endOfDay(23, 59, 59);
-        const PLDate& lastDate = endDate > startDate ? endDate : startDate;
-        record.startStamp = int32_t(PLDateUTC2TimeStamp(&startDate, &midnight));
-        record.endStamp = int32_t(PLDateUTC2TimeStamp(&lastDate, &endOfDay));
+        VtCalendarAllDayStamps(startDate, endDate, record.startStamp, record.endStamp);
     } else {
         record.startStamp = int32_t(PLDate2TimeStamp(&startDate, &startTime));
         record.endStamp = int32_t(PLDate2TimeStamp(&endDate, &endTime));

@@ -115,9 +115,11 @@ TEST_F(CalendarCtlTest, AddsEventsAsTheApplicationStoresThemAndExportsThemWhole)
          Timed("2024-01-10 08:00", "2024-01-10 09:00", {"--repeat", "yearly:2/29", "--count", "2"}),
 
          "a=2|start_local=\"2024-02-29 08:00:00\"|last_local=\"2025-02-28 08:00:00\""},
+        // As the phone's save path has it: the second Sunday is found in the start month (12
+        // January) and that day is put into May.
         {"yearly_nth_no_end",
          Timed("2025-01-01 08:00", "2025-01-01 09:00", {"--repeat", "yearly:5/2/1"}),
-         "c=1048575|start_local=\"2025-05-11 08:00:00\"|last_local=\"2030-12-31 23:59:59\""},
+         "c=1048575|start_local=\"2025-05-12 08:00:00\"|last_local=\"2030-12-31 23:59:59\""},
         {"cut_at_2030",
          Timed("2030-12-25 08:00", "2030-12-25 09:00", {"--repeat", "daily", "--count", "10"}),
          "c=7|last_local=\"2030-12-31 08:00:00\""},
