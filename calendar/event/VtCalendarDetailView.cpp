@@ -196,14 +196,14 @@ void VtCalendarDetailView::OnMenu(uint32_t entry) {
 }
 
 bool VtCalendarDetailView::Ask(uint32_t bitmapID, uint32_t textID, uint32_t yesID,
-                               uint32_t yesLabel, uint32_t noID) const {
+                               uint32_t yesLabel, uint32_t noID) {
     const auto* icon = static_cast<const PLBitmap*>(
         PLAppContext::GetInstance()->GetResource(kPLResBitmap, bitmapID, kPLWildcard));
     std::unique_ptr<VtInfoDialog> dialog(
         MakeVtInfoDialog(PLPoint(149, 228), icon, kEmptyString, APGetStr(textID), yesID,
                          APGetStr(yesLabel), noID, APGetStr(kTextCancel), 0, nullptr));
     const bool yes = dialog && dialog->ModalDialog() == long(yesID);
-    Loop().SetTarget(const_cast<VtCalendarDetailView*>(this));
+    Loop().SetTarget(this);
     return yes;
 }
 

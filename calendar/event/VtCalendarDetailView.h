@@ -66,8 +66,7 @@ private:
     void Rebuild();
     void OnMenu(uint32_t entry);
     // A two-button question; true when the first button closed it.
-    bool Ask(uint32_t bitmapID, uint32_t textID, uint32_t yesID, uint32_t yesLabel,
-             uint32_t noID) const;
+    bool Ask(uint32_t bitmapID, uint32_t textID, uint32_t yesID, uint32_t yesLabel, uint32_t noID);
     void Notify(uint32_t command);
     // The main view that is on screen below this one (day, week or month), or the parent.
     PLPane* CurrentView(PLPane* formerParent) const;
