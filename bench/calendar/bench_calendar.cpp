@@ -3,7 +3,6 @@
 // events that started 1, 10 or up to 20 years before the shown month. Beside it, libical expands
 // the same 10^3 rules over the same month; the ratio of the two is reported in the same run.
 #include <benchmark/benchmark.h>
-#include <libical/ical.h>
 
 #include <cstdio>
 #include <ctime>
@@ -13,6 +12,7 @@
 
 #include "APEventRec.h"
 #include "BenchEvents.h"
+#include "BenchLibical.h"
 #include "BenchStoreCache.h"
 #include "PLAppContext.h"
 #include "PLScreen.h"
@@ -106,84 +106,12 @@ void MonthModelBuild(benchmark::State& state) {
     VtCalendarFreeNodes(list);
 }
 
-// The RRULE that libical expands for one stored rule.
-std::string RuleText(const _EventRecInfo& record) {
-    static const char* const kDays[] = {"SU", "MO", "TU", "WE", "TH", "FR", "SA"};
-    char text[256];
-    const int week = record.recurValueB >> 8;
-    const int low = record.recurValueB & 0xFF;
-    const int ordinal = week >= 5 ? -1 : week;
-    switch (record.recurKind) {
-        case kRecurDaily:
-            if (record.recurValueB == 1) {
-                return "FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR";
-            }
-            std::snprintf(text, sizeof text, "FREQ=DAILY;INTERVAL=%d", record.recurValueA);
-            return text;
-        case kRecurWeekly: {
-            std::string days;
-            for (int d = 0; d < 7; ++d) {
-                if (record.recurValueB & (1 << d)) {
-                    days += days.empty() ? "" : ",";
-                    days += kDays[d];
-                }
-            }
-            return "FREQ=WEEKLY;INTERVAL=" + std::to_string(record.recurValueA) + ";BYDAY=" + days;
-        }
-        case kRecurMonthly:
-            if (week == 0) {
-                std::snprintf(text, sizeof text, "FREQ=MONTHLY;INTERVAL=%d;BYMONTHDAY=%d",
-                              record.recurValueA, low);
-            } else {
-                std::snprintf(text, sizeof text, "FREQ=MONTHLY;INTERVAL=%d;BYDAY=%d%s",
-                              record.recurValueA, ordinal, kDays[low - 1]);
-            }
-            return text;
-        default:
-            if (week == 0) {
-                std::snprintf(text, sizeof text, "FREQ=YEARLY;BYMONTH=%d;BYMONTHDAY=%d",
-                              record.recurValueA, low);
-            } else {
-                std::snprintf(text, sizeof text, "FREQ=YEARLY;BYMONTH=%d;BYDAY=%d%s",
-                              record.recurValueA, ordinal, kDays[low - 1]);
-            }
-            return text;
-    }
-}
-
 // libical expanding the same rules from their starts through the shown month.
 void LibicalExpandMonth(benchmark::State& state) {
-    const std::vector<_EventRecInfo> events = MakeEvents(Age(state.range(0)));
-    std::vector<icalrecurrencetype> rules;
-    std::vector<icaltimetype> starts;
-    for (int i = 0; i < kRepeating; ++i) {
-        rules.push_back(icalrecurrencetype_from_string(RuleText(events[size_t(i)]).c_str()));
-        starts.push_back(icaltime_from_timet_with_zone(events[size_t(i)].startStamp, 0,
-                                                       icaltimezone_get_utc_timezone()));
-    }
-    const icaltimetype monthStart =
-        icaltime_from_timet_with_zone(kShownStart, 0, icaltimezone_get_utc_timezone());
-    const icaltimetype monthEnd = icaltime_from_timet_with_zone(BenchUtc(kYear, kMonth + 1, 1), 0,
-                                                                icaltimezone_get_utc_timezone());
+    const BenchLibicalRules rules(MakeEvents(Age(state.range(0))), kRepeating);
     long occurrences = 0;
     for (auto _ : state) {
-        occurrences = 0;
-        for (size_t i = 0; i < rules.size(); ++i) {
-            icalrecur_iterator* it = icalrecur_iterator_new(rules[i], starts[i]);
-            if (it == nullptr) {
-                continue;
-            }
-            for (icaltimetype t = icalrecur_iterator_next(it); !icaltime_is_null_time(t);
-                 t = icalrecur_iterator_next(it)) {
-                if (icaltime_compare(t, monthEnd) >= 0) {
-                    break;
-                }
-                if (icaltime_compare(t, monthStart) >= 0) {
-                    ++occurrences;
-                }
-            }
-            icalrecur_iterator_free(it);
-        }
+        occurrences = rules.Count(kShownStart, BenchUtc(kYear, kMonth + 1, 1));
         benchmark::DoNotOptimize(occurrences);
     }
     state.counters["occurrences"] = double(occurrences);

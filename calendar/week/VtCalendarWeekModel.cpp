@@ -21,7 +21,9 @@ int HourRow(int hour) {
 
 }  // namespace
 
-VtCalendarWeekModel::VtCalendarWeekModel() : mWeekStart(1970, 1, 4) {}
+VtCalendarWeekModel::VtCalendarWeekModel() {
+    SetWeekStart(PLDate(1970, 1, 4));
+}
 
 int VtCalendarWeekModel::WeekdayIndex(int32_t dayNumber) {
     return ((dayNumber + 3) % 7 + 7) % 7;
@@ -40,6 +42,7 @@ PLDate VtCalendarWeekModel::WeekStartOf(const PLDate& date, int startWeekday) {
 
 void VtCalendarWeekModel::SetWeekStart(const PLDate& weekStart) {
     mWeekStart = weekStart;
+    mLastOfWeek = weekStart + (kWeekDays - 1);
 }
 
 PLDate VtCalendarWeekModel::DayDate(int column) const {
@@ -86,7 +89,7 @@ bool VtCalendarWeekModel::MonthlyDate(const APMonthEventNode& node, int year, in
                                       bool nextMonthToo, PLDate& out) const {
     const int week = int(uint32_t(node.recurValueB) >> 8);
     const int low = node.recurValueB & 0xFF;
-    const PLDate lastOfWeek = mWeekStart + (kWeekDays - 1);
+    const PLDate& lastOfWeek = mLastOfWeek;
     for (int attempt = 0; attempt < 2; ++attempt) {
         if (attempt == 1) {
             // A week that runs into the next month may hold that month's occurrence instead.
@@ -122,11 +125,13 @@ void VtCalendarWeekModel::ForEachOccurrence(const APMonthEventNode& node, Readin
     const auto inSeries = [&node](const PLDate& date) {
         return date >= node.firstDay && date <= node.limitDay;
     };
+    // Occurrences are handed on as day numbers: the daily and weekly walks never need the
+    // calendar fields, and converting every day of every series would cost more than placing it.
     switch (node.recurKind) {
         case kRecurMonthly: {
             int year = mWeekStart.year;
             int month = mWeekStart.month;
-            const PLDate lastOfWeek = mWeekStart + (kWeekDays - 1);
+            const PLDate& lastOfWeek = mLastOfWeek;
             // The hour grid counts the interval from the month the occurrence falls in when the
             // week runs into the next month and the rule's day comes before the week's first day.
             if (reading == Reading::kGrid && lastOfWeek.month != mWeekStart.month &&
@@ -138,7 +143,7 @@ void VtCalendarWeekModel::ForEachOccurrence(const APMonthEventNode& node, Readin
             PLDate date;
             if (months % interval == 0 && MonthlyDate(node, year, month, true, date) &&
                 inSeries(date)) {
-                place(date);
+                place(date.dayNumber);
             }
             return;
         }
@@ -148,7 +153,7 @@ void VtCalendarWeekModel::ForEachOccurrence(const APMonthEventNode& node, Readin
             if (node.recurValueA == mWeekStart.month &&
                 MonthlyDate(node, mWeekStart.year, mWeekStart.month, false, date) &&
                 inSeries(date)) {
-                place(date);
+                place(date.dayNumber);
             }
             return;
         }
@@ -158,24 +163,25 @@ void VtCalendarWeekModel::ForEachOccurrence(const APMonthEventNode& node, Readin
         default:
             // Kind 0, and kinds no rule knows: the event on its own date.
             if (InWeek(node.firstDay.dayNumber)) {
-                place(node.firstDay);
+                place(node.firstDay.dayNumber);
             }
             return;
     }
-    PLDate day = std::max(mWeekStart, node.firstDay);
-    for (int step = 0; step < kWeekDays && InWeek(day.dayNumber) && day <= node.limitDay;
-         ++step, day += 1) {
-        const int weekday = WeekdayIndex(day.dayNumber);
+    const int32_t first = node.firstDay.dayNumber;
+    int32_t day = std::max(mWeekStart.dayNumber, first);
+    for (int step = 0; step < kWeekDays && InWeek(day) && day <= node.limitDay.dayNumber;
+         ++step, ++day) {
+        const int weekday = WeekdayIndex(day);
         bool occurs = false;
         if (node.recurKind == kRecurDaily) {
             occurs = node.recurValueB == 1 ? (weekday >= 1 && weekday <= 5)
-                                           : (day - node.firstDay) % interval == 0;
+                                           : (day - first) % interval == 0;
         } else {
             occurs = (node.recurValueB & (1 << weekday)) != 0;
             // Only the strip counts the weeks of the interval; the hour grid shows every chosen
             // weekday.
             if (occurs && reading == Reading::kStrip) {
-                occurs = ((day - node.firstDay) / 7) % interval == 0;
+                occurs = ((day - first) / 7) % interval == 0;
             }
         }
         if (occurs) {
@@ -196,7 +202,7 @@ void VtCalendarWeekModel::BuildStrip(const APMonthEventNode* events) {
         if (node->firstDay == node->lastDay) {
             if (node->allDay != 0) {
                 ForEachOccurrence(*node, Reading::kStrip,
-                                  [this, node](const PLDate& date) { PlaceStripDay(*node, date); });
+                                  [this, node](int32_t day) { PlaceStripDay(*node, day); });
             }
         } else {
             PlaceStripSpan(*node);
@@ -231,11 +237,11 @@ void VtCalendarWeekModel::PlaceStripSpan(const APMonthEventNode& node) {
     // Three rows are all the strip has: a fourth concurrent bar is not shown.
 }
 
-void VtCalendarWeekModel::PlaceStripDay(const APMonthEventNode& node, const PLDate& date) {
-    const int column = ColumnOf(date);
-    if (column == 0) {
+void VtCalendarWeekModel::PlaceStripDay(const APMonthEventNode& node, int32_t dayNumber) {
+    if (!InWeek(dayNumber)) {
         return;
     }
+    const int column = dayNumber - mWeekStart.dayNumber + 1;
     for (auto& row : mStrip) {
         if (row[column - 1].used == 0) {
             row[column - 1] = {1, kWeekPieceFirst, int32_t(node.colour)};
@@ -255,18 +261,17 @@ void VtCalendarWeekModel::BuildGrid(const APMonthEventNode* events) {
     for (const APMonthEventNode* node = events; node != nullptr; node = node->next) {
         // All-day and multi-day events belong to the strip.
         if (node->firstDay == node->lastDay && node->allDay == 0) {
-            ForEachOccurrence(*node, Reading::kGrid, [this, node](const PLDate& date) {
-                PlaceGridOccurrence(*node, date);
-            });
+            ForEachOccurrence(*node, Reading::kGrid,
+                              [this, node](int32_t day) { PlaceGridOccurrence(*node, day); });
         }
     }
 }
 
-void VtCalendarWeekModel::PlaceGridOccurrence(const APMonthEventNode& node, const PLDate& date) {
-    const int column = ColumnOf(date);
-    if (column == 0) {
+void VtCalendarWeekModel::PlaceGridOccurrence(const APMonthEventNode& node, int32_t dayNumber) {
+    if (!InWeek(dayNumber)) {
         return;
     }
+    const int column = dayNumber - mWeekStart.dayNumber + 1;
     int endHour = node.endTime.hour;
     int endMinute = node.endTime.minute;
     // An event that ends at midnight ends at 23:00 of its day (its day was taken back already).

@@ -68,10 +68,11 @@ private:
     bool InWeek(int32_t dayNumber) const;
 
     void PlaceStripSpan(const APMonthEventNode& node);
-    void PlaceStripDay(const APMonthEventNode& node, const PLDate& date);
-    void PlaceGridOccurrence(const APMonthEventNode& node, const PLDate& date);
+    void PlaceStripDay(const APMonthEventNode& node, int32_t dayNumber);
+    void PlaceGridOccurrence(const APMonthEventNode& node, int32_t dayNumber);
 
     PLDate mWeekStart;
+    PLDate mLastOfWeek;  // the week's seventh day, kept for the month-end tests
     VtCalendarWeekCell mStrip[kWeekStripRows][kWeekDays];
     VtCalendarWeekCell mGrid[kWeekHours][kWeekSlotColumns];
 };

@@ -1,0 +1,152 @@
+// The week view's reload (both week queries, the midnight passes, the strip and the hour bars with
+// their repeat rules) plus its repaint, on a store of 10^4 events of which 10^3 repeat, for
+// repeating events that started 1, 10 or up to 20 years before the shown week. Beside it, libical
+// expands the same 10^3 rules over the same week; the ratio of the two is reported in the same run.
+#include <benchmark/benchmark.h>
+
+#include <string>
+#include <vector>
+
+#include "BenchEvents.h"
+#include "BenchLibical.h"
+#include "BenchStoreCache.h"
+#include "PLAppContext.h"
+#include "PLScreen.h"
+#include "PLView.h"
+#include "app/VtCalendarEventStore.h"
+#include "week/VtCalendarWeekView.h"
+
+namespace {
+
+constexpr int kEvents = 10000;
+constexpr int kRepeating = 1000;
+// The shown week: Sunday 15 .. Saturday 21 November 2026. The store is the month benchmark's
+// (its events are placed around November 2026), so both share one cached store per age.
+const long kMonthStart = BenchUtc(2026, 11, 1);
+const long kWeekStart = BenchUtc(2026, 11, 15);
+const long kWeekEnd = BenchUtc(2026, 11, 22);
+
+enum Age { kOneYear = 1, kTenYears = 10, kUpToTwenty = 20 };
+
+std::vector<_EventRecInfo> MakeEvents(Age age) {
+    BenchEventsShape shape;
+    shape.events = kEvents;
+    shape.repeating = kRepeating;
+    shape.ageYears = age == kUpToTwenty ? 0 : int(age);
+    shape.shownStart = kMonthStart;
+    return BenchMakeEvents(shape);
+}
+
+bool UseStore(Age age, std::string& error) {
+    return BenchStoreCache::Use(
+        "calendar-month-" + std::to_string(int(age)), [age] { return MakeEvents(age); }, error);
+}
+
+// The week view on the screen's root, as the application shows it.
+struct Screen {
+    PLListener application;
+    PLView root{0, PLPoint(0, 0), PLSize(320, 240)};
+    PLDate selected{2026, 11, 21};
+    VtCalendarWeekView* view = nullptr;
+
+    Screen() {
+        PLAppContext::ResetInstance();
+        PLAppContext::GetInstance()->GetScreen().SetRoot(&root);
+        view = VtCalendarWeekView::Make(11200, &selected, &application);
+        root.AddSubPane(view, false);
+    }
+    ~Screen() { PLAppContext::GetInstance()->GetScreen().SetRoot(nullptr); }
+};
+
+void WeekReloadRepaint(benchmark::State& state) {
+    std::string error;
+    if (!UseStore(Age(state.range(0)), error)) {
+        state.SkipWithError(error.c_str());
+        return;
+    }
+    Screen screen;
+    PLScreen& display = PLAppContext::GetInstance()->GetScreen();
+    for (auto _ : state) {
+        screen.view->Reload(0);
+        display.PaintAll();
+        benchmark::DoNotOptimize(display.GetFramebuffer().Pixels());
+    }
+    int nodes = 0;
+    APMonthEventNode* list = VtCalendarQueryWeek(kWeekStart, kWeekEnd);
+    for (const APMonthEventNode* node = list; node != nullptr; node = node->next) {
+        ++nodes;
+    }
+    VtCalendarFreeNodes(list);
+    state.counters["nodes"] = nodes;
+}
+
+// The strip and the hour bars alone, on the list the store returned.
+void WeekLayout(benchmark::State& state) {
+    std::string error;
+    if (!UseStore(Age(state.range(0)), error)) {
+        state.SkipWithError(error.c_str());
+        return;
+    }
+    APMonthEventNode* list = VtCalendarQueryWeek(kWeekStart, kWeekEnd);
+    VtCalendarWeekModel model;
+    model.SetWeekStart(PLDate(2026, 11, 15));
+    for (auto _ : state) {
+        model.BuildStrip(list);
+        model.BuildGrid(list);
+        benchmark::ClobberMemory();
+    }
+    VtCalendarFreeNodes(list);
+}
+
+// One of the two store queries of a reload, with its midnight pass.
+void WeekQuery(benchmark::State& state) {
+    std::string error;
+    if (!UseStore(Age(state.range(0)), error)) {
+        state.SkipWithError(error.c_str());
+        return;
+    }
+    for (auto _ : state) {
+        APMonthEventNode* list = VtCalendarQueryWeek(kWeekStart, kWeekEnd);
+        benchmark::DoNotOptimize(list);
+        VtCalendarFreeNodes(list);
+    }
+}
+
+// The repaint alone: header, strip and the hour table.
+void WeekRepaint(benchmark::State& state) {
+    std::string error;
+    if (!UseStore(Age(state.range(0)), error)) {
+        state.SkipWithError(error.c_str());
+        return;
+    }
+    Screen screen;
+    PLScreen& display = PLAppContext::GetInstance()->GetScreen();
+    for (auto _ : state) {
+        display.PaintAll();
+        benchmark::DoNotOptimize(display.GetFramebuffer().Pixels());
+    }
+}
+
+// libical expanding the same rules from their starts through the shown week.
+void LibicalExpandWeek(benchmark::State& state) {
+    const BenchLibicalRules rules(MakeEvents(Age(state.range(0))), kRepeating);
+    long occurrences = 0;
+    for (auto _ : state) {
+        occurrences = rules.Count(kWeekStart, kWeekEnd);
+        benchmark::DoNotOptimize(occurrences);
+    }
+    state.counters["occurrences"] = double(occurrences);
+}
+
+void Ages(benchmark::internal::Benchmark* b) {
+    b->ArgName("years")->Arg(kOneYear)->Arg(kTenYears)->Arg(kUpToTwenty);
+    b->Unit(benchmark::kMicrosecond)->Repetitions(5)->ReportAggregatesOnly(true);
+}
+
+BENCHMARK(WeekReloadRepaint)->Apply(Ages);
+BENCHMARK(WeekLayout)->Apply(Ages);
+BENCHMARK(WeekQuery)->Apply(Ages);
+BENCHMARK(WeekRepaint)->Apply(Ages);
+BENCHMARK(LibicalExpandWeek)->Apply(Ages);
+
+}  // namespace
