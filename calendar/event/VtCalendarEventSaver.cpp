@@ -207,6 +207,11 @@ long VtCalendarEventSaver::RegisterAlarm(uint32_t alarmChoice) {
 }
 
 bool VtCalendarEventSaver::StoreEvent(uint32_t alarmChoice) {
+    // One store object stays open for the whole save: each step still uses its own short-lived
+    // one, but the store file is not closed in between, so SQLite does not checkpoint and sync
+    // its log after every step (which made a save with an alarm take a hundred times a plain
+    // insert).
+    const APEventRec session;
     if (!WriteEvent()) {
         return false;
     }
