@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cassert>
 #include <cstdio>
 #include <ctime>
@@ -28,7 +29,12 @@ using Clock = std::chrono::steady_clock;
 std::mutex gCheckedMutex;
 std::set<std::string> gChecked;
 long gPageQuota = 0;
-std::chrono::milliseconds gBusyWait{10000};
+// Read by every store user, on any thread; set by tests.
+std::atomic<std::chrono::milliseconds::rep> gBusyWaitMs{10000};
+
+std::chrono::milliseconds BusyWait() {
+    return std::chrono::milliseconds(gBusyWaitMs.load());
+}
 // Long enough for short-lived users (calendar-ctl) to finish; a long-lived one keeps the file.
 constexpr std::chrono::milliseconds kExclusiveWait{2000};
 
@@ -115,7 +121,7 @@ void APDatabase::SetPageQuota(long pages) {
 
 void APDatabase::SetBusyWait(std::chrono::milliseconds wait) {
     assert(wait.count() > 0 && "the busy wait must be positive");
-    gBusyWait = std::max(wait, std::chrono::milliseconds(1));
+    gBusyWaitMs = std::max(wait, std::chrono::milliseconds(1)).count();
 }
 
 void APDatabase::NoteError(const std::string& what) {
@@ -146,7 +152,7 @@ bool APDatabase::Connect(const std::string& hostPath) {
     }
     // Before anything reads the file: even the first read can meet another process's lock.
     sqlite3_extended_result_codes(mDb, 1);
-    sqlite3_busy_timeout(mDb, int(gBusyWait.count()));
+    sqlite3_busy_timeout(mDb, int(BusyWait().count()));
     return true;
 }
 
@@ -313,7 +319,7 @@ bool APDatabase::Open(const std::string& devicePath, const std::string& schema) 
         return false;
     }
     const std::string hostPath = PLDeviceRoot::Resolve(devicePath);
-    const Deadline deadline = Clock::now() + gBusyWait;
+    const Deadline deadline = Clock::now() + BusyWait();
     if (!mLock.Open(hostPath + ".lock", mLastError)) {
         return false;
     }
@@ -351,7 +357,7 @@ bool APDatabase::Open(const std::string& devicePath, const std::string& schema) 
 bool APDatabase::Transaction(const std::function<bool()>& body) {
     assert(mDb && "transaction on a closed store");
     mLastError.clear();
-    const Deadline deadline = Clock::now() + gBusyWait;
+    const Deadline deadline = Clock::now() + BusyWait();
     int rc;
     while (IsBusy(rc = sqlite3_exec(mDb, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr)) &&
            TimeLeft(deadline)) {
