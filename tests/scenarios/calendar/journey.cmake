@@ -13,3 +13,11 @@ calendar_scenario(journey_month_end_rules scripts/journey_month_end_rules.txt
                "query day 2029-02-28" "id=2 first=2029-02-28 .*subject=\"Leap day\""
                "query day 2027-02-28" "!id=1"
                "query day 2027-03-31" "id=1 first=2027-03-31 .*subject=Rent")
+calendar_scenario(journey_delete_series scripts/journey_delete_series.txt SEED journey-series.seed
+    EXPECT_CTL "event list" "!subject=Gym" "event list" "subject=\"Book club\""
+               "alarm list" "!owner"
+    EXPECT_LOG "\"id\":18803")
+calendar_scenario(journey_delete_three scripts/journey_delete_three.txt SEED journey-day.seed
+    EXPECT_CTL "event list" "!subject=(Breakfast|Dentist|Cinema)"
+               "event list" "subject=Standup.*subject=Weekend"
+               "alarm list" "!owner")
