@@ -21,3 +21,6 @@ calendar_scenario(journey_delete_three scripts/journey_delete_three.txt SEED jou
     EXPECT_CTL "event list" "!subject=(Breakfast|Dentist|Cinema)"
                "event list" "subject=Standup.*subject=Weekend"
                "alarm list" "!owner")
+calendar_scenario(journey_discard_form scripts/journey_discard_form.txt SEED journey-discard.seed
+    EXPECT_CTL "event list" "!Picnic" "event list" "!moved" "event show 1" "subject=Dentist "
+    REJECT_LOG "10040")
