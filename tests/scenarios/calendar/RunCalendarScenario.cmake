@@ -15,8 +15,8 @@ function(run_ctl line out_var)
     set(${out_var} "${out}" PARENT_SCOPE)
 endfunction()
 
-if(SEED)
-    file(STRINGS ${SEED} lines ENCODING UTF-8)
+function(apply_seed seed)
+    file(STRINGS ${seed} lines ENCODING UTF-8)
     foreach(line IN LISTS lines)
         if(line MATCHES "^[ \t]*(#|$)")
             continue()
@@ -29,14 +29,31 @@ if(SEED)
         endif()
         run_ctl("${line}" ignored)
     endforeach()
-endif()
+endfunction()
 
-execute_process(
-    COMMAND ${SIM} --headless --app ${APP} --root ${root} --now ${NOW} --script ${SCRIPT}
-    WORKING_DIRECTORY ${WORK}
-    RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err TIMEOUT 90)
-if(NOT "${status}" STREQUAL "${EXPECT_EXIT}")
-    list(APPEND problems "exit status ${status}, expected ${EXPECT_EXIT}")
+function(run_sim script)
+    execute_process(
+        COMMAND ${SIM} --headless --app ${APP} --root ${root} --now ${NOW} --script ${script}
+        WORKING_DIRECTORY ${WORK}
+        RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err TIMEOUT 90)
+    if(NOT "${status}" STREQUAL "${EXPECT_EXIT}")
+        set(problems ${problems} "${script}: exit status ${status}, expected ${EXPECT_EXIT}"
+            PARENT_SCOPE)
+    endif()
+    set(out "${out}" PARENT_SCOPE)
+    set(err "${err}" PARENT_SCOPE)
+endfunction()
+
+if(SEED)
+    apply_seed(${SEED})
+endif()
+run_sim(${SCRIPT})
+if(THEN AND NOT problems)
+    string(REPLACE "|" ";" then "${THEN}")
+    list(GET then 0 seed2)
+    list(GET then 1 script2)
+    apply_seed(${seed2})
+    run_sim(${script2})
 endif()
 
 if(CTL_CHECKS GREATER 0)

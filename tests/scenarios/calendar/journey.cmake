@@ -24,3 +24,8 @@ calendar_scenario(journey_delete_three scripts/journey_delete_three.txt SEED jou
 calendar_scenario(journey_discard_form scripts/journey_discard_form.txt SEED journey-discard.seed
     EXPECT_CTL "event list" "!Picnic" "event list" "!moved" "event show 1" "subject=Dentist "
     REJECT_LOG "10040")
+calendar_scenario(journey_settings_follow scripts/journey_settings_follow.txt SEED journey-settings.seed
+    EXPECT_CTL "config get" "first_weekday 11425" "config get" "day_start 6")
+calendar_scenario(journey_time_format scripts/journey_time_12.txt SEED journey-time.seed
+    THEN journey-time-24.seed scripts/journey_time_24.txt
+    EXPECT_CTL "config get time_format" "time_format 24")
