@@ -96,18 +96,10 @@ VtCalendarDayView::~VtCalendarDayView() {
     if (mDeleteDialog != nullptr && mDeleteDialog->GetParent() == nullptr) {
         delete mDeleteDialog;
     }
-    // The rows go before the other sub-panes: a row looks at its detail view, which may be one
-    // of them, to learn whether it is still on the screen.
-    for (uint32_t id = kDayHeaderRowFirstID; id < kDayHeaderRowFirstID + kDayMaxHeaderRows; ++id) {
-        if (PLPane* header = FindPane(id)) {
-            header->GetParent()->RemoveSubPane(header);
-            delete header;
-        }
+    if (mDetailView != nullptr && mDetailView->GetParent() == nullptr) {
+        delete mDetailView;
     }
-    if (mScrollContainer->GetParent() != nullptr) {
-        mScrollContainer->GetParent()->RemoveSubPane(mScrollContainer);
-    }
-    delete mScrollContainer;
+    // The rows go with the container, a sub-pane.
     mItems.clear();
 }
 
@@ -323,6 +315,23 @@ void VtCalendarDayView::SelectByTap(uint32_t id, int hour) {
     }
 }
 
+void VtCalendarDayView::ShowDetailView(int32_t id) {
+    if (mDetailView == nullptr) {
+        mDetailView = VtCalendarDetailView::Make(kDetailViewID, id);
+        mDetailView->AddListener(this);
+    }
+    mDetailView->LoadEvent(id);
+    // The detail view covers this view: its place is this view's own top-left.
+    mDetailView->SetLocation(PLPoint(0, 0), false);
+    AddSubPane(mDetailView);
+    // This view gives up the keys; the detail view may have taken them already when it was
+    // attached, and keeps them then.
+    PLEventLoop& loop = PLAppContext::GetInstance()->GetEventLoop();
+    if (loop.GetTarget() != mDetailView) {
+        loop.SetTarget(nullptr);
+    }
+}
+
 void VtCalendarDayView::Highlight(VtCalendarDayViewItem* item) {
     item->SetSelected(true);
     mSelectedItem = item;
@@ -476,6 +485,10 @@ void VtCalendarDayView::OnControl(uint32_t sender, uint32_t value) {
             break;
         case kEventDeleted:
         case kDialogDeleted:
+            if (sender == kEventDeleted) {
+                // The detail view closes and destroys itself after this notice.
+                mDetailView = nullptr;
+            }
             if (PLPane* dialog = FindPane(kDayDeleteDialogID)) {
                 RemoveSubPane(dialog);
             }

@@ -20,6 +20,7 @@ class PLBitmap;
 class PLListener;
 class VtCalendarDayViewDeleteDialog;
 class VtCalendarDayViewItem;
+class VtCalendarDetailView;
 class VtCalendarNewEventView;
 class VtScrollContainer;
 
@@ -63,6 +64,10 @@ public:
     // Selects the row with `id` and takes `hour`; the wildcard id asks for a new event there.
     void SelectByTap(uint32_t id, int hour);
     void ClearSelection();
+    // Shows the details of event `id` over this view, in the one detail view it keeps for its
+    // rows (made on the first tap, reused afterwards).
+    void ShowDetailView(int32_t id);
+    VtCalendarDetailView* GetDetailView() const { return mDetailView; }
     VtCalendarDayViewItem* GetSelectedItem() const { return mSelectedItem; }
     void SetSelectedItem(VtCalendarDayViewItem* item) { mSelectedItem = item; }
     long GetTimeFormat() const { return mTimeFormat; }
@@ -129,6 +134,8 @@ private:
     // Made on first use and kept; owned here while not on the screen.
     VtCalendarDayViewDeleteDialog* mDeleteDialog = nullptr;
     VtCalendarNewEventView* mEditView = nullptr;
+    // Null again once it deleted its event: it then closes and destroys itself.
+    VtCalendarDetailView* mDetailView = nullptr;
     PLTime* mSelectTime;
     std::unique_ptr<_EventRecInfo> mEventRec;
     int mContentHeight = 720;  // 24 rows of 30, plus 30 per extra row

@@ -10,12 +10,10 @@
 #include "PLAppContext.h"
 #include "PLBitmap.h"
 #include "PLDrawContext.h"
-#include "PLEventLoop.h"
 #include "PLFont.h"
 #include "PLMessage.h"
 #include "VtWidgets.h"
 #include "day/VtCalendarDayView.h"
-#include "event/VtCalendarDetailView.h"
 
 namespace {
 
@@ -67,12 +65,7 @@ VtCalendarDayViewItem::VtCalendarDayViewItem(const APDayEventNode* node, int hou
     }
 }
 
-VtCalendarDayViewItem::~VtCalendarDayViewItem() {
-    // A detail view on the screen belongs to its parent; only a put-away one is ours to delete.
-    if (mDetailView != nullptr && mDetailView->GetParent() == nullptr) {
-        delete mDetailView;
-    }
-}
+VtCalendarDayViewItem::~VtCalendarDayViewItem() = default;
 
 void VtCalendarDayViewItem::SetEvent(const APDayEventNode* node) {
     if (node == nullptr) {
@@ -213,27 +206,10 @@ void VtCalendarDayViewItem::MouseUp(PLPoint, PLMouseButton) {
         if (id >= kDayHourRowFirstID && id <= kDayExtraRowID) {
             mOwner->SelectByTap(id, mHour);
         }
-        OpenDetailView();
+        mOwner->ShowDetailView(mEvent->id);
     }
     if (mSelected) {
         mOwner->SetSelectedItem(this);
-    }
-}
-
-void VtCalendarDayViewItem::OpenDetailView() {
-    if (mDetailView == nullptr) {
-        mDetailView = VtCalendarDetailView::Make(kDetailViewID, mEvent->id);
-    }
-    mDetailView->LoadEvent(mEvent->id);
-    mDetailView->AddListener(mOwner);
-    // The detail view covers the day view: its place is the day view's own top-left.
-    mDetailView->SetLocation(PLPoint(0, 0), false);
-    mOwner->AddSubPane(mDetailView);
-    // The day view gives up the keys; the detail view may have taken them already when it was
-    // attached, and keeps them then.
-    PLEventLoop& loop = PLAppContext::GetInstance()->GetEventLoop();
-    if (loop.GetTarget() != mDetailView) {
-        loop.SetTarget(nullptr);
     }
 }
 

@@ -1,7 +1,8 @@
 // One row of the day view: an hour row (with its hour label), an extra row for a further event of
 // the same hour, or a header row for an all-day or multi-day event above the scrolling list. It
 // paints its event, takes part in the day view's selection and, when released, opens the event's
-// detail view or asks for a new event at its hour.
+// detail view (through the day view, which keeps one for all its rows) or asks for a new event at
+// its hour.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +16,6 @@ class PLBitmap;
 class PLBitmapFamily;
 class VtButton;
 class VtCalendarDayView;
-class VtCalendarDetailView;
 
 // Row geometry and ids shared with the day view.
 constexpr int kDayRowHeight = 30;
@@ -49,7 +49,6 @@ public:
     void SetHour(int hour) { mHour = hour; }
     bool IsHeader() const { return mIsHeader; }
     const VtButton* GetHourLabel() const { return mHourLabel; }
-    VtCalendarDetailView* GetDetailView() const { return mDetailView; }
 
     // "9am", "12pm", ... or "9:00", "13:00" when `timeFormat` is the 24-hour form (2).
     static PLBasicString<char> HourLabelText(int hour, long timeFormat);
@@ -67,7 +66,6 @@ private:
     void MakeHourLabel(uint32_t commandID);
     void DrawBackground(PLDrawContext& context) const;
     void DrawEvent(PLDrawContext& context) const;
-    void OpenDetailView();
     // Makes this row the owner's highlighted one.
     void TakeSelection();
 
@@ -75,8 +73,6 @@ private:
     std::unique_ptr<APDayEventNode> mEvent;
     int mHour;
     VtButton* mHourLabel = nullptr;  // a sub-pane
-    // Made on the first tap and reused; owned here while it is not on the screen.
-    VtCalendarDetailView* mDetailView = nullptr;
     PLBitmapFamily* mLabelBitmap = nullptr;
     const PLBitmap* mIconBitmapA = nullptr;
     const PLBitmap* mIconBitmapB = nullptr;
