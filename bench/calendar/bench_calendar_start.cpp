@@ -10,15 +10,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "BenchEvents.h"
+#include "BenchSimulatorStart.h"
 #include "BenchStoreCache.h"
 #include "PLHostOptions.h"
-#include "PLHostSimulator.h"
 
 extern char** environ;
 
@@ -51,19 +50,7 @@ void ColdStartToFirstFrame(benchmark::State& state) {
     options.script = kSource + "/bench/calendar/nothing.script";
     options.hasNow = true;
     options.nowMs = kNowMs;
-    for (auto _ : state) {
-        auto begin = std::chrono::steady_clock::now();
-        PLHostSimulator simulator(options);
-        int status = 0;
-        bool started = simulator.Start(error, status);
-        auto end = std::chrono::steady_clock::now();
-        simulator.Stop();
-        if (!started) {
-            state.SkipWithError(error.c_str());
-            break;
-        }
-        state.SetIterationTime(std::chrono::duration<double>(end - begin).count());
-    }
+    BenchTimeStartToFirstFrame(state, options);
 }
 BENCHMARK(ColdStartToFirstFrame)
     ->UseManualTime()
@@ -119,7 +106,9 @@ bool RunSimulator(const std::string& root, const std::string& script, long& peak
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-void ProcessStartToExit(benchmark::State& state) {
+// Whole calendar-sim processes on the busy store running bench/calendar/`script`; the peak memory
+// of the last one is the counter peak_rss_MB.
+void RunScript(benchmark::State& state, const char* script) {
     std::string root;
     std::string error;
     if (!UseBusyStore(root, error)) {
@@ -128,12 +117,16 @@ void ProcessStartToExit(benchmark::State& state) {
     }
     long peakKb = 0;
     for (auto _ : state) {
-        if (!RunSimulator(root, kSource + "/bench/calendar/nothing.script", peakKb)) {
-            state.SkipWithError("calendar-sim failed");
+        if (!RunSimulator(root, kSource + "/bench/calendar/" + script, peakKb)) {
+            state.SkipWithError((std::string("calendar-sim failed on ") + script).c_str());
             break;
         }
     }
     state.counters["peak_rss_MB"] = double(peakKb) / 1024.0;
+}
+
+void ProcessStartToExit(benchmark::State& state) {
+    RunScript(state, "nothing.script");
 }
 BENCHMARK(ProcessStartToExit)
     ->Unit(benchmark::kMillisecond)
@@ -143,20 +136,7 @@ BENCHMARK(ProcessStartToExit)
     ->ReportAggregatesOnly(true);
 
 void PeakMemoryEveryScreen(benchmark::State& state) {
-    std::string root;
-    std::string error;
-    if (!UseBusyStore(root, error)) {
-        state.SkipWithError(error.c_str());
-        return;
-    }
-    long peakKb = 0;
-    for (auto _ : state) {
-        if (!RunSimulator(root, kSource + "/bench/calendar/every-screen.script", peakKb)) {
-            state.SkipWithError("calendar-sim failed on every-screen.script");
-            break;
-        }
-    }
-    state.counters["peak_rss_MB"] = double(peakKb) / 1024.0;
+    RunScript(state, "every-screen.script");
 }
 BENCHMARK(PeakMemoryEveryScreen)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1);
 

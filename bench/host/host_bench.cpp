@@ -7,14 +7,13 @@
 #include <stdlib.h>
 #include <sys/wait.h>
 
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
 
+#include "BenchSimulatorStart.h"
 #include "PLHostOptions.h"
-#include "PLHostSimulator.h"
 
 extern char** environ;
 
@@ -50,20 +49,7 @@ void BM_StartToFirstFrame(benchmark::State& state) {
     options.script = workspace.script;
     options.hasNow = true;
     options.nowMs = 1795254060000;  // 2026-11-21 09:41 UTC
-    for (auto _ : state) {
-        auto begin = std::chrono::steady_clock::now();
-        PLHostSimulator simulator(options);
-        std::string error;
-        int status = 0;
-        bool started = simulator.Start(error, status);
-        auto end = std::chrono::steady_clock::now();
-        simulator.Stop();
-        if (!started) {
-            state.SkipWithError(error.c_str());
-            break;
-        }
-        state.SetIterationTime(std::chrono::duration<double>(end - begin).count());
-    }
+    BenchTimeStartToFirstFrame(state, options);
 }
 BENCHMARK(BM_StartToFirstFrame)
     ->UseManualTime()
