@@ -30,3 +30,6 @@ calendar_scenario(form_edit_series scripts/form_edit_series.txt SEED day-busy.se
 calendar_scenario(form_weekly_alarm scripts/form_weekly_alarm.txt
     EXPECT_CTL "event show 1" "subject=Swim .*recurring=1 alarm=1 kind=2 a=1 b=64 c=1048575 "
                "alarm list" "time=1795254300 rule=FREQ=WEEKLY;INTERVAL=1;WKST=SU;BYDAY=SA;BYHOUR=9;BYMINUTE=45")
+calendar_scenario(form_keep_time scripts/form_keep_time.txt SEED keep-week.seed
+    EXPECT_CTL "event list" "!subject"
+    REJECT_LOG "10040")
