@@ -159,7 +159,8 @@ def run_chunk(args, root, script_path):
         rest = lines[stopped - 1:] if current == script_path else rest[stopped - 1:]
         if not any(line.strip() and not line.startswith("#") for line in rest):
             return processes, None
-        current = script_path + ".rest"
+        # The rest goes to the work folder: a replayed corpus lives in the source tree.
+        current = os.path.join(args.work, os.path.basename(script_path) + ".rest")
         with open(current, "w", encoding="utf-8") as out:
             out.write("\n".join(rest) + "\n")
 
@@ -178,7 +179,7 @@ def main():
     parser.add_argument("--replay", nargs="+")
     args = parser.parse_args()
 
-    work = args.work or tempfile.mkdtemp(prefix="monkey-")
+    work = args.work = args.work or tempfile.mkdtemp(prefix="monkey-")
     root = os.path.join(work, "root")
     # Every run starts from the same seeded store, also when --work names a folder used before.
     shutil.rmtree(root, ignore_errors=True)
