@@ -3,11 +3,13 @@
 // and the saves that are refused or rolled back without losing what was stored before.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "APAlertDB.h"
 #include "APConfig.h"
+#include "APDatabase.h"
 #include "APEventAlertDB.h"
 #include "APEventRec.h"
 #include "PLClock.h"
@@ -238,6 +240,54 @@ TEST_F(EventSaverTest, DaemonRefusalRollsTheEventBack) {
               VtCalendarSaveResult::Saved);
     EXPECT_EQ(AllEvents().size(), 1u);
     EXPECT_GT(Stored(editor.GetRecord().id).alertInfoId, 0);
+}
+
+TEST_F(EventSaverTest, AFullDiskLosesNothingStoredBefore) {
+    const PLDate day(2026, 11, 25);
+    VtCalendarEventSaver kept;
+    ASSERT_EQ(kept.Save(Input("Kept", day, PLTime(8, 0, 0), day, PLTime(9, 0, 0), 11535)),
+              VtCalendarSaveResult::Saved);
+    const _EventRecInfo before = Stored(kept.GetRecord().id);
+    // A couple of pages left: saves go on until one of their writes finds the disk full.
+    const auto pages =
+        std::filesystem::file_size(PLDeviceRoot::Resolve(kAPEventStoreDevicePath)) / 4096;
+    APDatabase::SetPageQuota(long(pages) + 2);
+    std::vector<int> saved;
+    VtCalendarSaveResult result = VtCalendarSaveResult::Saved;
+    for (int i = 0; i < 200 && result == VtCalendarSaveResult::Saved; ++i) {
+        VtCalendarEventSaver saver;
+        result = saver.Save(Input("Filler", day, PLTime(10, 0, 0), day, PLTime(11, 0, 0), 11533));
+        if (result == VtCalendarSaveResult::Saved) {
+            saved.push_back(saver.GetRecord().id);
+        }
+    }
+    EXPECT_EQ(result, VtCalendarSaveResult::StoreFailed);
+    // Editing the kept event on the full disk fails too.
+    VtCalendarEventSaver editor;
+    editor.Load(before);
+    const std::string longNotes(600, 'n');
+    VtCalendarFormInput bigger = Input("Kept", day, PLTime(8, 0, 0), day, PLTime(9, 0, 0), 11535);
+    bigger.notes = longNotes.c_str();
+    editor.Save(bigger);
+    APDatabase::SetPageQuota(0);
+
+    // Every acknowledged save is whole: its event, alert record and alarm; no other event stayed.
+    std::vector<int> expected = saved;
+    expected.insert(expected.begin(), before.id);
+    const std::vector<int> stored = AllEvents();
+    EXPECT_EQ(stored, expected);
+    for (int id : stored) {
+        SCOPED_TRACE(id);
+        const _EventRecInfo record = Stored(id);
+        ASSERT_EQ(record.alarm, 1);
+        _EventAlertInfo alert{};
+        ASSERT_EQ(APEventAlertDB().GetEventAlertInfo(record.alertInfoId, &alert), 1);
+        AP_ALERT_CONTEXT alarm{};
+        EXPECT_TRUE(APAlertDB_GetAlert(alert.daemonId, &alarm));
+    }
+    const _EventRecInfo after = Stored(before.id);
+    EXPECT_STREQ(after.subject, "Kept");
+    EXPECT_EQ(after.startStamp, before.startStamp);
 }
 
 }  // namespace
