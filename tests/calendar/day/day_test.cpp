@@ -17,6 +17,7 @@
 #include "VtScrollContainer.h"
 #include "day/VtCalendarDayViewItem.h"
 #include "day_support.h"
+#include "event/VtCalendarDetailView.h"
 
 namespace {
 
@@ -267,6 +268,37 @@ TEST_F(DayViewTest, OkOnAnEmptyHourAsksForANewEventThere) {
     EXPECT_EQ(recorder.kinds[0], kPLMsgUp);
     EXPECT_EQ(recorder.values[0], kPLWildcard);
     EXPECT_EQ(day.time.GetHour(), 10);
+}
+
+// A tapped event opens the one detail view the day keeps; it is reused, and when it deleted its
+// event (12106) the day lets it go (it destroys itself) and tells the application.
+TEST_F(DayViewTest, DetailViewOfATappedEvent) {
+    const int id = StoreEvent(kNine);
+    ASSERT_GT(id, 0);
+    DayFixture day(9);
+    VtCalendarDayView& view = *day.view;
+    Recorder application;
+    view.AddListener(&application);
+    VtCalendarDayViewItem* nine = view.GetItems()[9];
+    nine->MouseUp(kNullPoint, kPLPen);
+    VtCalendarDetailView* detail = view.GetDetailView();
+    ASSERT_NE(detail, nullptr);
+    EXPECT_EQ(detail->GetParent(), &view);
+    EXPECT_EQ(detail->GetEventID(), id);
+    EXPECT_TRUE(application.kinds.empty()) << "an event row asks the application for nothing";
+    detail->Close(false, false);
+    nine->MouseUp(kNullPoint, kPLPen);
+    EXPECT_EQ(view.GetDetailView(), detail);
+    EXPECT_EQ(detail->GetParent(), &view);
+
+    PLMessage deleted(kPLMsgControl, 12106, kPLWildcard, kEmptyString, kEmptyString);
+    view.Listen(&deleted);
+    EXPECT_EQ(view.GetDetailView(), nullptr);
+    ASSERT_EQ(application.kinds.size(), 1u);
+    EXPECT_EQ(application.kinds[0], kPLMsgControl);
+    // The list was rebuilt: the event is still stored, so it is shown again.
+    ASSERT_NE(view.GetItems()[9]->GetEvent(), nullptr);
+    EXPECT_EQ(view.GetItems()[9]->GetEvent()->id, id);
 }
 
 TEST(DayViewItem, HourLabels) {
