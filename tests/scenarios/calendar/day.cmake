@@ -36,3 +36,5 @@ calendar_scenario(day_detail_edit_save scripts/day_detail_edit_save.txt SEED day
     EXPECT_CTL "event list" "subject=\"?Standup daily")
 calendar_scenario(day_header_arrows scripts/day_header_arrows.txt SEED day-busy.seed)
 calendar_scenario(day_go_to_date scripts/day_go_to_date.txt SEED day-busy.seed)
+calendar_scenario(day_delete_keys scripts/day_delete_keys.txt SEED day-month.seed
+    EXPECT_CTL "event list" "!subject=Call")
