@@ -20,6 +20,7 @@ constexpr uint32_t kTextWeeks = 10522;
 constexpr uint32_t kTextMonths = 10532;
 constexpr uint32_t kTextWorkingDays = 10542;
 constexpr uint32_t kTextTimes = 10582;
+constexpr uint32_t kTextOnce = 12202;
 constexpr uint32_t kTextFirstOrdinal = 10602;  // First .. Fourth, then Last for week 5
 constexpr uint32_t kTextOn = 12142;
 constexpr uint32_t kTextOnDay = 12152;
@@ -167,6 +168,9 @@ Text EndText(const _RecurInfo& setting, long dateFormat) {
     if (setting.count <= 0) {
         return ", " + Str(kTextUntil) + " " +
                TimeStamp2PLStringDate(setting.lastStamp, dateFormat, false).str();
+    }
+    if (setting.count == 1) {
+        return ", " + Str(kTextOnce);
     }
     return ", " + Number(setting.count) + " " + Str(kTextTimes);
 }

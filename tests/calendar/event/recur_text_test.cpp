@@ -26,6 +26,7 @@ TEST_F(RecurTextTest, EveryKindAndEndMode) {
         {"every_2_weeks_until", 2, 2, kSunSat, -1, until,
          "Every 2 weeks on Su, Sa, until 31-12-2030"},
         {"monthly_day", 4, 1, 15, kNoEnd, until, "Monthly on day 15"},
+        {"a_single_occurrence_is_once", 4, 1, 15, 1, until, "Monthly on day 15, once"},
         {"every_2_months_day_31_count", 4, 2, 31, 6, until, "Every 2 months on day 31, 6 times"},
         {"monthly_second_tuesday_count", 4, 1, 2 * 256 + 3, 10, until,
          "Monthly on the Second Tuesday, 10 times"},
