@@ -3,6 +3,7 @@
 // and what the form reports to its listener.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -228,6 +229,44 @@ TEST_F(FormViewTest, NewEventFromTheSelection) {
     EXPECT_EQ(APEventRec().ListEventIds(0, 0).size(), 1u);
     EXPECT_EQ(form->GetRecord().id, 0);
     EXPECT_TRUE(form->GetChangedControls().IsEmpty());
+}
+
+TEST_F(FormViewTest, ImpossibleStoredFieldsOpenAndSaveAsDefaults) {
+    _EventRecInfo damaged;
+    InitEventRecInfo(&damaged);
+    std::strncpy(damaged.subject, "Odd", sizeof damaged.subject - 1);
+    damaged.startStamp = int32_t(Stamp(2026, 11, 25, 10));
+    damaged.endStamp = int32_t(Stamp(2026, 11, 25, 11));
+    damaged.lastStamp = damaged.endStamp;
+    damaged.colour = 0;
+    damaged.classChoice = 99;
+    damaged.recurKind = 3;
+    damaged.alertInfoId = 41;
+    damaged.alarm = 1;
+    const int id = APEventRec().AddEventRec(&damaged);
+    ASSERT_GT(id, 0);
+    _EventRecInfo stored;
+    ASSERT_EQ(APEventRec().GetEventRec(id, &stored), 1);
+
+    auto form = MakeForm(kEditEventViewID);
+    form->Prepare(&stored);
+    const VtCalendarFormInput shown = form->GetInput();
+    EXPECT_EQ(shown.colour, 11544u);
+    EXPECT_EQ(shown.classChoice, 11561u);
+    EXPECT_EQ(shown.alarmChoice, kAlarmNone) << "the alert record it names does not exist";
+    EXPECT_TRUE(form->GetChangedControls().IsEmpty()) << "opening it changes nothing";
+    // Opening it wrote nothing; saving it writes the choices shown.
+    ASSERT_EQ(APEventRec().GetEventRec(id, &stored), 1);
+    EXPECT_EQ(stored.colour, 0u);
+    EXPECT_TRUE(form->Save());
+    _EventRecInfo saved;
+    ASSERT_EQ(APEventRec().GetEventRec(id, &saved), 1);
+    EXPECT_EQ(saved.colour, 11544u);
+    EXPECT_EQ(saved.classChoice, 11561u);
+    EXPECT_EQ(saved.alarm, 0);
+    EXPECT_EQ(saved.alertInfoId, 0);
+    EXPECT_EQ(saved.recurKind, 3) << "a rule the form cannot name is kept as it was";
+    EXPECT_EQ(saved.startStamp, stored.startStamp);
 }
 
 }  // namespace
