@@ -18,6 +18,7 @@
 #include "PLTheme.h"
 #include "PLTimeStamp.h"
 #include "VtComboMenuItem.h"
+#include "VtScrollPane.h"
 #include "VtWidgets.h"
 #include "app/VtCalendarBroadcasts.h"
 #include "app/VtCalendarHelpers.h"
@@ -304,6 +305,7 @@ void VtCalendarNewEventView::Prepare(const _EventRecInfo* record) {
     LoadRecord(alarm);
     mChanged.Clear();
     mScroller->ScrollTo(0, false, false);
+    Loop().SetTarget(this);
     mTitle->SetString(record != nullptr && mLoaded.subject[0] != '\0'
                           ? VtCalendarRecordText(mLoaded.subject)
                           : Text(kTextNewEvent),
@@ -809,6 +811,11 @@ void VtCalendarNewEventView::Leave() {
 void VtCalendarNewEventView::ReportLeave(uint32_t command) {
     PLMessage leave(kPLMsgControl, command, kPLWildcard, kEmptyString, kEmptyString);
     BroadcastMessage(&leave);
+}
+
+bool VtCalendarNewEventView::DoKeyCommand(char key, short repeat, PLKeyModifiers modifiers) {
+    mScroller->GetContentPane()->DoKeyCommand(key, repeat, modifiers);
+    return true;
 }
 
 void VtCalendarNewEventView::Draw(PLDrawContext& context) {

@@ -84,6 +84,9 @@ public:
     const PLVector<uint32_t>& GetChangedControls() const { return mChanged; }
 
     void Listen(PLMessage* message) override;
+    // Up and down scroll the rows; the form takes the keys while it is shown, so that they never
+    // reach the view hidden behind it.
+    bool DoKeyCommand(char key, short repeat, PLKeyModifiers modifiers) override;
     void Draw(PLDrawContext& context) override;
     const char* GetClassName() const override { return "VtCalendarNewEventView"; }
 

@@ -33,3 +33,4 @@ calendar_scenario(form_weekly_alarm scripts/form_weekly_alarm.txt
 calendar_scenario(form_keep_time scripts/form_keep_time.txt SEED keep-week.seed
     EXPECT_CTL "event list" "!subject"
     REJECT_LOG "10040")
+calendar_scenario(form_keys scripts/form_keys.txt)
