@@ -663,6 +663,11 @@ void VtCalendarNewEventView::OpenChooser() {
 }
 
 void VtCalendarNewEventView::ChooserDone() {
+    if (mChooser == nullptr || mChooser->GetParent() != this) {
+        // A chooser left with its back button may still hold the keys; what it reports then
+        // is no choice.
+        return;
+    }
     const int kind = mChooser->GetKind();
     RemoveSubPane(mChooser);
     Loop().SetTarget(this);
