@@ -243,13 +243,6 @@ TEST(SaveRules, DaemonWeekMaskAcrossTheDateLine) {
     }
 }
 
-TEST(SaveRules, DaemonWeekdays) {
-    const int expected[] = {0, 5, 4, 3, 2, 1, 7, 6};
-    for (int weekday = 1; weekday <= 7; ++weekday) {
-        EXPECT_EQ(VtCalendarDaemonWeekday(weekday), expected[weekday]) << weekday;
-    }
-}
-
 TEST(SaveRules, KeepTimeLimits) {
     const std::time_t now = Stamp(2026, 11, 21, 10);
     std::tm local{};
