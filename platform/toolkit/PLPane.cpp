@@ -155,6 +155,13 @@ bool PLPane::Detach(PLPane* pane, bool invalidate) {
     if (invalidate) {
         pane->Invalidate();
     }
+    // Keys never stay with a pane that has left the screen: the pane it leaves takes them back
+    // (a sub-screen that closes itself with its own back button tells nobody else).
+    PLEventLoop& loop = Loop();
+    PLPane* target = loop.GetTarget();
+    if (target == pane || (target != nullptr && target->IsDescendantOf(pane))) {
+        loop.SetTarget(this);
+    }
     mSubPanes.erase(found);
     pane->mParent = nullptr;
     pane->AttachedToParent();
