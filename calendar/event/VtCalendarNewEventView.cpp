@@ -127,6 +127,10 @@ VtCalendarNewEventView::~VtCalendarNewEventView() {
         delete mChooser;
     }
     mChooser = nullptr;
+    for (VtCalendarRecurEditorView*& editor : mEditors) {
+        delete editor;
+        editor = nullptr;
+    }
     // The combos refer to the menus: take the panes down before the menus go.
     while (!GetSubPanes().empty()) {
         PLPane* pane = GetSubPanes().back();
@@ -690,16 +694,14 @@ void VtCalendarNewEventView::ChooserDone() {
     if (copy.recurKind == kRecurNone) {
         copy.lastStamp = copy.endStamp;
     }
-    delete mEditor;
-    mEditor = VtCalendarMakeRecurEditor(kind, &copy);
-    if (mEditor == nullptr) {
+    VtCalendarRecurEditorView* editor = EditorFor(kind, copy);
+    if (editor == nullptr) {
         Redraw();
         return;
     }
-    mEditor->AddListener(this);
-    mEditor->SetRecur(copy);
-    AddSubPane(mEditor, true);
-    Loop().SetTarget(mEditor);
+    editor->SetRecur(copy);
+    AddSubPane(editor, true);
+    Loop().SetTarget(editor);
 }
 
 void VtCalendarNewEventView::OnRecurSetting(PLMessage* message) {
@@ -715,16 +717,49 @@ void VtCalendarNewEventView::OnRecurSetting(PLMessage* message) {
     Redraw();
 }
 
+namespace {
+
+// The slot of a repeat kind's editor; -1 for a kind without one.
+int EditorSlot(int kind) {
+    switch (kind) {
+        case kRecurDaily:
+            return 0;
+        case kRecurWeekly:
+            return 1;
+        case kRecurMonthly:
+            return 2;
+        case kRecurYearly:
+            return 3;
+        default:
+            return -1;
+    }
+}
+
+}  // namespace
+
+VtCalendarRecurEditorView* VtCalendarNewEventView::EditorFor(int kind, _EventRecInfo& recordCopy) {
+    const int slot = EditorSlot(kind);
+    if (slot < 0) {
+        return nullptr;
+    }
+    VtCalendarRecurEditorView*& editor = mEditors[size_t(slot)];
+    if (editor == nullptr) {
+        editor = VtCalendarMakeRecurEditor(kind, &recordCopy);
+        if (editor != nullptr) {
+            editor->AddListener(this);
+        }
+    }
+    return editor;
+}
+
 void VtCalendarNewEventView::DropRecurScreens() {
     if (mChooser != nullptr && mChooser->GetParent() == this) {
         RemoveSubPane(mChooser);
     }
-    if (mEditor != nullptr) {
-        if (mEditor->GetParent() != nullptr) {
-            mEditor->GetParent()->RemoveSubPane(mEditor);
+    for (VtCalendarRecurEditorView* editor : mEditors) {
+        if (editor != nullptr && editor->GetParent() != nullptr) {
+            editor->GetParent()->RemoveSubPane(editor);
         }
-        delete mEditor;
-        mEditor = nullptr;
     }
 }
 

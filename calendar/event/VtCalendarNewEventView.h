@@ -11,6 +11,8 @@
 // it. After every save the form tells its listeners "valu" with its own id.
 #pragma once
 
+#include <array>
+
 #include <cstdint>
 #include <memory>
 
@@ -133,7 +135,10 @@ private:
     void SaveAndLeave(uint32_t command);
     void Leave();
     void ReportLeave(uint32_t command);
+    // Takes the chooser and any editor off the form (they are kept for the next time).
     void DropRecurScreens();
+    // The editor of a repeat kind, made on first use; null for a kind without one.
+    VtCalendarRecurEditorView* EditorFor(int kind, _EventRecInfo& recordCopy);
     bool AskEmptySubject() const;
     void AfterSave();
 
@@ -158,9 +163,10 @@ private:
     std::unique_ptr<VtMenu> mColourMenu;
     std::unique_ptr<VtMenu> mClassMenu;
     std::unique_ptr<IMEManager> mInput;
-    // Made on first use; sub-panes while shown, owned here while not.
+    // Made on first use and kept for the form's life (an editor per repeat kind, reloaded with the
+    // rule each time it opens); sub-panes while shown, owned here while not.
     VtCalendarRecurMainView* mChooser = nullptr;
-    VtCalendarRecurEditorView* mEditor = nullptr;
+    std::array<VtCalendarRecurEditorView*, 4> mEditors{};
 
     // Sub-panes (owned as such).
     VtTopBarView* mTitle = nullptr;
