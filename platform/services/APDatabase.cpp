@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cassert>
+#include <cstdint>
 #include <cstdio>
 #include <ctime>
 #include <mutex>
@@ -102,6 +103,16 @@ std::string SequenceSeedOf(const std::string& damagedPath) {
     }
     sqlite3_close_v2(db);
     return seed;
+}
+
+// The schema's fingerprint, kept in the file's user_version once its script has run: positive and
+// never 0, the version of a fresh file.
+int SchemaFingerprint(const std::string& schema) {
+    uint32_t hash = 2166136261u;
+    for (const unsigned char c : schema) {
+        hash = (hash ^ c) * 16777619u;
+    }
+    return int(hash & 0x7fffffff) | 1;
 }
 
 }  // namespace
@@ -218,9 +229,31 @@ APDatabase::Verdict APDatabase::CheckFile(Deadline deadline) {
     }
 }
 
+bool APDatabase::HasSchema(const std::string& schema) {
+    sqlite3_stmt* stmt = nullptr;
+    bool current = false;
+    // Reading the schema table first: a damaged one then fails the script below as before.
+    if (sqlite3_prepare_v2(mDb,
+                           "SELECT user_version FROM pragma_user_version "
+                           "WHERE (SELECT count(*) FROM main.sqlite_master) >= 0",
+                           -1, &stmt, nullptr) == SQLITE_OK &&
+        sqlite3_step(stmt) == SQLITE_ROW) {
+        current = sqlite3_column_int(stmt, 0) == SchemaFingerprint(schema);
+    }
+    sqlite3_finalize(stmt);
+    return current;
+}
+
 APDatabase::Verdict APDatabase::RunSchema(const std::string& schema, Deadline deadline) {
-    // Every statement of a schema is idempotent, so a retry after a partial run is harmless.
-    Verdict verdict = RunStep(schema, deadline);
+    // Every statement of a schema is idempotent, so a retry after a partial run is harmless. The
+    // script (whose statements may take the write lock) runs only on a file that has not had it
+    // yet; the fingerprint is written last, so an interrupted run is simply repeated.
+    Verdict verdict = Verdict::kOk;
+    if (!HasSchema(schema)) {
+        verdict = RunStep(schema + ";\nPRAGMA main.user_version=" +
+                              std::to_string(SchemaFingerprint(schema)) + ";",
+                          deadline);
+    }
     if (verdict == Verdict::kOk && !mSequenceSeed.empty()) {
         verdict = RunStep(mSequenceSeed, deadline);
         mSequenceSeed.clear();
@@ -319,6 +352,7 @@ bool APDatabase::Open(const std::string& devicePath, const std::string& schema) 
         return false;
     }
     const std::string hostPath = PLDeviceRoot::Resolve(devicePath);
+    mHostPath = hostPath;
     const Deadline deadline = Clock::now() + BusyWait();
     if (!mLock.Open(hostPath + ".lock", mLastError)) {
         return false;

@@ -32,6 +32,8 @@ public:
     bool IsOpen() const { return mDb != nullptr; }
     sqlite3* Handle() const { return mDb; }
     const std::string& GetLastError() const { return mLastError; }
+    // The file opened last (host path), a key for what this process keeps about the store.
+    const std::string& GetHostPath() const { return mHostPath; }
     // What the last open set aside, if anything (the new name of the damaged file).
     const std::string& GetSetAsidePath() const { return mSetAside; }
 
@@ -62,6 +64,8 @@ private:
     Verdict CheckFile(Deadline deadline);
     Verdict RunStep(const std::string& sql, Deadline deadline);
     Verdict RunSchema(const std::string& schema, Deadline deadline);
+    // True when the file already carries this schema's fingerprint, so its script can be skipped.
+    bool HasSchema(const std::string& schema);
     // Holding the lock exclusively, checks the file again and sets it aside only when the check
     // confirms the damage. False when nothing may be done now (another process has it open).
     bool ConfirmAndSetAside(const std::string& hostPath, Deadline deadline);
@@ -72,6 +76,7 @@ private:
     APStoreLock mLock;
     std::string mLastError;
     std::string mSetAside;
+    std::string mHostPath;
     // The highest id of each table of a file set aside, so that the fresh store never hands out
     // an id that the damaged one used for another event.
     std::string mSequenceSeed;

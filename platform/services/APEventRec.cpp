@@ -11,6 +11,7 @@
 #include "APDatabase.h"
 #include "APRecordCodec.h"
 #include "APRecurrenceRule.h"
+#include "APSeriesCache.h"
 #include "APStampDecoder.h"
 #include "APStoreFiles.h"
 
@@ -22,6 +23,8 @@ constexpr long kDay = 86400;
 constexpr long kRangeMargin = 15 * 3600 + 1;
 // A repeating event's series can reach one day further in dates than in stamps.
 constexpr int64_t kSeriesSlack = 2 * kDay;
+// Above every level a span can have (reach - start fits in 2^33 seconds).
+constexpr int kNoLevelLimit = 64;
 // Occurrences longer than a year are not looked back for in the day query.
 constexpr int kLongestOccurrence = 366;
 
@@ -124,19 +127,44 @@ struct APEventRec::Impl {
     // The range query is asked again and again of one store object (a view's reloads, a
     // benchmark); preparing it once saves a good part of a small query's time.
     std::unique_ptr<APStatement> rangeQuery;
+    std::unique_ptr<APStatement> recordQuery;
 
     bool SelectCandidates(long from, long to, std::vector<Candidate>& out);
+    bool ScanLevels(long from, long to, std::vector<Candidate>& out);
     bool ReadRecord(int id, _EventRecInfo& record);
     bool WriteRow(const _EventRecInfo& record, bool insert, int& id);
 };
 
 bool APEventRec::Impl::SelectCandidates(long from, long to, std::vector<Candidate>& out) {
+    // The stamp, the long rows and the short rows are read in one snapshot, so that a write of
+    // another process between them cannot mix two states of the store in one answer.
+    const bool ownRead = sqlite3_get_autocommit(db.Handle()) != 0;
+    if (ownRead && sqlite3_exec(db.Handle(), "BEGIN", nullptr, nullptr, nullptr) != SQLITE_OK) {
+        db.NoteError("cannot start the range query");
+        return false;
+    }
+    const bool done = ScanLevels(from, to, out);
+    if (ownRead) {
+        sqlite3_exec(db.Handle(), done ? "COMMIT" : "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+    if (!done) {
+        return false;
+    }
+    std::sort(out.begin(), out.end(), [](const Candidate& x, const Candidate& y) {
+        return x.start != y.start ? x.start < y.start : x.id < y.id;
+    });
+    return true;
+}
+
+bool APEventRec::Impl::ScanLevels(long from, long to, std::vector<Candidate>& out) {
     // Per level (outer loop over the few levels in use), an index range on (lvl, start_ts) that the
-    // covering index answers without touching the table.
+    // covering index answers without touching the table. Levels from ?3 up come from the series
+    // cache when it has them, with the same test applied in memory.
     static const char* const kSql =
         "SELECT e.id, e.start_ts, e.end_ts, e.last_ts, e.kind, e.a, e.b, e.colour, e.all_day "
         "FROM event_levels AS l CROSS JOIN events AS e INDEXED BY events_span "
-        "WHERE e.lvl = l.lvl AND e.start_ts > ?1 - l.len AND e.start_ts < ?2 AND e.reach > ?1";
+        "WHERE l.lvl < ?3 AND e.lvl = l.lvl AND e.start_ts > ?1 - l.len AND e.start_ts < ?2 "
+        "AND e.reach > ?1";
     if (!rangeQuery) {
         rangeQuery = std::make_unique<APStatement>(db.Handle(), kSql);
     }
@@ -145,9 +173,20 @@ bool APEventRec::Impl::SelectCandidates(long from, long to, std::vector<Candidat
         db.NoteError("cannot prepare the range query");
         return false;
     }
+    const int64_t low = int64_t(from) - kRangeMargin;
+    const int64_t high = int64_t(to) + kRangeMargin;
+    const APSeriesCache::Rows series = APSeriesCache::Get(db.Handle(), db.GetHostPath());
+    if (series) {
+        for (const APSeriesRow& r : *series) {
+            if (r.start > low - r.len && r.start < high && r.reach > low) {
+                out.push_back({r.id, r.start, r.end, r.last, r.kind, r.a, r.b, r.colour, r.allDay});
+            }
+        }
+    }
     stmt.Reset();
-    sqlite3_bind_int64(stmt.Get(), 1, int64_t(from) - kRangeMargin);
-    sqlite3_bind_int64(stmt.Get(), 2, int64_t(to) + kRangeMargin);
+    sqlite3_bind_int64(stmt.Get(), 1, low);
+    sqlite3_bind_int64(stmt.Get(), 2, high);
+    sqlite3_bind_int(stmt.Get(), 3, series ? APSeriesCache::kFirstLevel : kNoLevelLimit);
     int rc;
     while ((rc = sqlite3_step(stmt.Get())) == SQLITE_ROW) {
         sqlite3_stmt* s = stmt.Get();
@@ -160,29 +199,32 @@ bool APEventRec::Impl::SelectCandidates(long from, long to, std::vector<Candidat
     if (!done) {
         db.NoteError("range query failed");
     }
-    stmt.Reset();  // releases the read snapshot until the next query
-    if (!done) {
-        return false;
-    }
-    std::sort(out.begin(), out.end(), [](const Candidate& x, const Candidate& y) {
-        return x.start != y.start ? x.start < y.start : x.id < y.id;
-    });
-    return true;
+    stmt.Reset();  // releases the statement's hold on the snapshot
+    return done;
 }
 
 bool APEventRec::Impl::ReadRecord(int id, _EventRecInfo& record) {
-    APStatement stmt(db.Handle(), "SELECT record FROM events WHERE id = ?1");
+    // Prepared once per store object: the day query reads one record per event it shows.
+    if (!recordQuery) {
+        recordQuery =
+            std::make_unique<APStatement>(db.Handle(), "SELECT record FROM events WHERE id = ?1");
+    }
+    APStatement& stmt = *recordQuery;
     if (!stmt.Ok()) {
         return false;
     }
+    stmt.Reset();
     sqlite3_bind_int(stmt.Get(), 1, id);
     if (sqlite3_step(stmt.Get()) != SQLITE_ROW) {
+        stmt.Reset();
         return false;
     }
     const auto* blob = static_cast<const uint8_t*>(sqlite3_column_blob(stmt.Get(), 0));
     const int size = sqlite3_column_bytes(stmt.Get(), 0);
     _EventRecInfo decoded;
-    if (size <= 0 || !APDecodeRecord(blob, size_t(size), &decoded, sizeof decoded)) {
+    const bool intact = size > 0 && APDecodeRecord(blob, size_t(size), &decoded, sizeof decoded);
+    stmt.Reset();  // releases the snapshot; the blob is not used past here
+    if (!intact) {
         db.NoteError("stored record " + std::to_string(id) + " is damaged");
         return false;
     }

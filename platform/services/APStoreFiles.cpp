@@ -24,6 +24,10 @@ const char* const kLegacyAlarmFile = "/var/lib/alarmd/alarms.db";
 // first moment after which nothing of the event (or of its series) can touch a day, and `lvl` the
 // binary order of reach - start: a range query looks, per level, only at events that start at most
 // 2^lvl seconds before the range, so its cost follows the rows it returns, not the store's size.
+// `event_changes` holds one stamp that every change of the events table sets to a new random number
+// in the same transaction; the in-memory copies of the long rows (APSeriesCache) are checked
+// against it. A random stamp rather than a counter: a file replaced by a fresh or older one cannot
+// come back to a number an old copy was tagged with.
 const char* const kEventSchema = R"sql(
 CREATE TABLE IF NOT EXISTS events(
     id INTEGER PRIMARY KEY AUTOINCREMENT,
@@ -53,6 +57,16 @@ CREATE TABLE IF NOT EXISTS alarms(
     rule TEXT NOT NULL,
     context BLOB NOT NULL);
 CREATE TABLE IF NOT EXISTS daemon_state(key TEXT PRIMARY KEY, value INTEGER NOT NULL);
+CREATE TABLE IF NOT EXISTS event_changes(
+    id INTEGER PRIMARY KEY CHECK (id = 1),
+    stamp INTEGER NOT NULL);
+INSERT OR IGNORE INTO event_changes(id, stamp) VALUES(1, random());
+CREATE TRIGGER IF NOT EXISTS events_added AFTER INSERT ON events
+    BEGIN UPDATE event_changes SET stamp = random() WHERE id = 1; END;
+CREATE TRIGGER IF NOT EXISTS events_changed AFTER UPDATE ON events
+    BEGIN UPDATE event_changes SET stamp = random() WHERE id = 1; END;
+CREATE TRIGGER IF NOT EXISTS events_removed AFTER DELETE ON events
+    BEGIN UPDATE event_changes SET stamp = random() WHERE id = 1; END;
 )sql";
 
 // Moves the alarms of an older root, kept in a file of their own, into the store's table (same

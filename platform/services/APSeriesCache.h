@@ -1,0 +1,63 @@
+// The long-reaching rows of the event store (repeating series and events of half a year or more),
+// kept in memory between range queries of this process.
+//
+// Every month, week and day query reads every series that runs through its range, which on a store
+// with many series is most of the query's work, yet they rarely change. Each copy is tagged with
+// the store's change stamp, a random number that triggers on the events table set anew inside every
+// write's own transaction. A query reads the stamp in the same read transaction as its other rows
+// and uses the copy only when the stamps agree, so a write of any process or store object (or a
+// file replaced underneath) is seen by the next query, and a rolled-back write changes nothing.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+struct sqlite3;
+
+// One long-reaching row with the columns of the range query and its level's length.
+struct APSeriesRow {
+    int32_t id;
+    int32_t start;
+    int32_t end;
+    int32_t last;
+    int32_t kind;
+    int32_t a;
+    int32_t b;
+    uint32_t colour;
+    uint8_t allDay;
+    int64_t reach;
+    int64_t len;
+};
+
+class APSeriesCache {
+public:
+    using Rows = std::shared_ptr<const std::vector<APSeriesRow>>;
+
+    // Rows of this level and above are kept: spans of 2^24 s (about 194 days) or more.
+    static constexpr int kFirstLevel = 24;
+    // A store with more long rows than this is not copied (the memory would outweigh the gain).
+    static constexpr size_t kMaxRows = 50000;
+
+    // Inside a read transaction on `db`: the long rows of the store at `hostPath`, from memory when
+    // the store's change stamp is the one they were read at, else read afresh. Null when the store
+    // has no stamp, holds too many long rows, or cannot be read; the caller then reads every level.
+    static Rows Get(sqlite3* db, const std::string& hostPath);
+    // Drops every copy (tests, and a process that changes its device root).
+    static void Clear();
+
+private:
+    struct Entry {
+        std::string hostPath;
+        int64_t stamp = 0;
+        Rows rows;
+    };
+
+    static bool ReadStamp(sqlite3* db, int64_t& stamp);
+    static Rows ReadRows(sqlite3* db);
+
+    static std::mutex sMutex;
+    static std::vector<Entry> sEntries;
+};
