@@ -127,9 +127,12 @@ protected:
         for (int r = 0; r < mix.readers; ++r) {
             others.push_back(Start("r" + std::to_string(r), {"reader"}));
         }
-        const auto end = std::chrono::steady_clock::now() + milliseconds(mix.runMs);
+        // The mix runs at least runMs and then until enough adds were acknowledged to prove
+        // something: a slow or loaded machine takes longer instead of failing.
+        const auto soonest = std::chrono::steady_clock::now() + milliseconds(mix.runMs);
+        const auto latest = soonest + std::chrono::seconds(60);
         std::mt19937 random(20261123);
-        for (int generation = 1; std::chrono::steady_clock::now() < end; ++generation) {
+        for (int generation = 1; !Enough(mix, soonest, latest); ++generation) {
             std::this_thread::sleep_for(milliseconds(mix.killWriters ? 10 + random() % 70 : 20));
             if (mix.killWriters && !writers.empty()) {
                 const size_t victim = random() % writers.size();
@@ -148,6 +151,12 @@ protected:
             EXPECT_EQ(process->Wait(), 0);
         }
         return Collect();
+    }
+
+    bool Enough(const Mix& mix, std::chrono::steady_clock::time_point soonest,
+                std::chrono::steady_clock::time_point latest) const {
+        const auto now = std::chrono::steady_clock::now();
+        return now >= latest || (now >= soonest && Collect().added.size() >= mix.minAdds);
     }
 
     Outcome Collect() const {
