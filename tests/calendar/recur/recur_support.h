@@ -49,6 +49,23 @@ public:
     std::vector<std::unique_ptr<PLMessage>> messages;
 };
 
+// One thing a user does on an editor, made with Tap, Type or Choose.
+struct EditorStep {
+    char action;  // 't' tap, 'y' type, 'c' choose
+    uint32_t id;
+    const char* text;
+    long value;
+};
+inline EditorStep Tap(uint32_t id) {
+    return {'t', id, "", 0};
+}
+inline EditorStep Type(uint32_t id, const char* text) {
+    return {'y', id, text, 0};
+}
+inline EditorStep Choose(uint32_t id, long value) {
+    return {'c', id, "", value};
+}
+
 // What a user does on an editor, by control id.
 class EditorHands {
 public:
@@ -75,6 +92,17 @@ public:
         Send(id);
     }
     void Choose(uint32_t id, long value) const { Pane(id).SetValue(value, false); }
+    void Do(const std::vector<EditorStep>& steps) const {
+        for (const EditorStep& step : steps) {
+            if (step.action == 't') {
+                Tap(step.id);
+            } else if (step.action == 'y') {
+                Type(step.id, step.text);
+            } else {
+                Choose(step.id, step.value);
+            }
+        }
+    }
     void Send(uint32_t sender) const {
         PLMessage control(kPLMsgControl, sender, 0x3F3F3F3F, kEmptyString, kEmptyString);
         mEditor.Listen(&control);

@@ -10,10 +10,6 @@
 
 namespace {
 
-PLDate D(int y, int m, int d) {
-    return PLDate(y, m, d);
-}
-
 // Bits of the weekly mask: bit 0 Sunday .. bit 6 Saturday.
 constexpr int kMonday = 1 << 1;
 
@@ -73,6 +69,9 @@ void CheckLayout(const LayoutRow& row) {
     EXPECT_EQ(StripText(model), row.strip);
 }
 
+// Rows that week_busy and week_scrolled already check pixel by pixel (three bars of four events at
+// one hour, a fortnightly series on every chosen weekday, spans cut at both ends of the week, a
+// one-day bar under a span) are left to them.
 TEST(WeekLayout, TimedBars) {
     // clang-format off
     const LayoutRow rows[] = {
@@ -87,8 +86,6 @@ TEST(WeekLayout, TimedBars) {
          {{D(2026, 11, 18), {0, 0, 0}, D(2026, 11, 19), {0, 0, 0}}}, 1, "4s0:1-23", ""},
         {"an end before the start keeps the start row", kWeek,
          {{D(2026, 11, 16), {15, 0, 0}, {}, {11, 0, 0}}}, 1, "2s0:16-16", ""},
-        {"four at one hour: three bars", kWeek,
-         {{D(2026, 11, 16)}}, 4, "2s0:10-10 2s1:10-10 2s2:10-10", ""},
         {"twenty at one hour: still three", kWeek,
          {{D(2026, 11, 16)}}, 20, "2s0:10-10 2s1:10-10 2s2:10-10", ""},
         {"an overlap takes the first free slot", kWeek,
@@ -128,9 +125,6 @@ TEST(WeekLayout, RepeatingBars) {
         {"daily with interval 0 is read as every day", kWeek,
          {{D(2026, 11, 19), {9, 0, 0}, {}, {10, 0, 0}, kRecurDaily, 0}},
          1, "5s0:10-10 6s0:10-10 7s0:10-10", ""},
-        {"weekly every other week: the grid shows every chosen weekday", kWeek,
-         {{D(2026, 11, 9), {18, 0, 0}, {}, {19, 0, 0}, kRecurWeekly, 2, kMonday}},
-         1, "2s0:19-19", ""},
         {"weekly with an empty mask shows nothing", kWeek,
          {{D(2026, 11, 9), {18, 0, 0}, {}, {19, 0, 0}, kRecurWeekly, 1, 0}}, 1, "", ""},
         {"monthly on the 17th", kWeek,
@@ -175,10 +169,6 @@ TEST(WeekLayout, StripBars) {
     const PLTime kDayEnd{23, 59, 59};
     // clang-format off
     const LayoutRow rows[] = {
-        {"a span from before the week starts in column 1", kWeek,
-         {{D(2026, 11, 13), {9, 0, 0}, D(2026, 11, 17), {18, 0, 0}}}, 1, "", "r1:1-3"},
-        {"a span past the week ends in column 7", kWeek,
-         {{D(2026, 11, 19), {9, 0, 0}, D(2026, 11, 24), {18, 0, 0}}}, 1, "", "r1:5-7"},
         {"a span over the whole week", kWeek,
          {{D(2026, 11, 1), {9, 0, 0}, D(2026, 12, 24), {18, 0, 0}}}, 1, "", "r1:1-7"},
         {"a span ending at midnight ends the day before", kWeek,
@@ -188,10 +178,6 @@ TEST(WeekLayout, StripBars) {
          4, "", "r1:2-4 r2:2-4 r3:2-4"},
         {"ten all-day events on one day: three rows", kWeek,
          {{D(2026, 11, 20), {0, 0, 0}, {}, kDayEnd, 0, 0, 0, true}}, 10, "", "r1:6 r2:6 r3:6"},
-        {"a one-day bar takes the row under a span", kWeek,
-         {{D(2026, 11, 16), {9, 0, 0}, D(2026, 11, 18), {18, 0, 0}},
-          {D(2026, 11, 17), {0, 0, 0}, {}, kDayEnd, 0, 0, 0, true}},
-         1, "", "r1:2-4 r2:3"},
         {"a span ending before its start shows nothing", kWeek,
          {{D(2026, 11, 18), {9, 0, 0}, D(2026, 11, 16), {18, 0, 0}}}, 1, "", ""},
         {"all-day on working days", kWeek,

@@ -10,6 +10,10 @@
 #include "PLTime.h"
 #include "week/VtCalendarWeekModel.h"
 
+inline PLDate D(int y, int m, int d) {
+    return PLDate(y, m, d);
+}
+
 struct WeekNode {
     PLDate first;
     PLTime start{9, 0, 0};

@@ -19,12 +19,9 @@
 #include "calendar/calendar_support.h"
 #include "week/VtCalendarWeekView.h"
 #include "week/VtCalendarWeekViewHourTable.h"
+#include "week_support.h"
 
 namespace {
-
-PLDate D(int y, int m, int d) {
-    return PLDate(y, m, d);
-}
 
 // Keeps the kinds of the messages it hears.
 class Recorder : public PLListener {
@@ -57,82 +54,15 @@ TEST_F(WeekTest, KeysMoveTheCellAndKeepToTheRange) {
         int row;
         std::vector<uint32_t> sent;
     } rows[] = {
-        {"page down: a week on",
-         D(2026, 11, 18),
-         kPLKeyPageDown,
-         true,
-         D(2026, 11, 25),
-         4,
-         9,
-         {kPLMsgValue}},
-        {"page up: a week back",
-         D(2026, 11, 18),
-         kPLKeyPageUp,
-         true,
-         D(2026, 11, 11),
-         4,
-         9,
-         {kPLMsgValue}},
-        {"page up in the first week of 1970 stays at its first day",
-         D(1970, 1, 3),
-         kPLKeyPageUp,
-         true,
-         D(1970, 1, 1),
-         7,
-         9,
-         {kPLMsgValue}},
-        {"page down in the last week of 2030 starts again in 1970",
-         D(2030, 12, 28),
-         kPLKeyPageDown,
-         true,
-         D(1970, 1, 1),
-         7,
-         9,
-         {kPLMsgValue}},
-        {"page down onto the last day of 2030",
-         D(2030, 12, 24),
-         kPLKeyPageDown,
-         true,
-         D(2030, 12, 31),
-         3,
-         9,
-         {kPLMsgValue}},
-        {"left moves the selected day",
-         D(2026, 11, 18),
-         kPLKeyLeft,
-         true,
-         D(2026, 11, 17),
-         3,
-         9,
-         {}},
-        {"left stays in the first column",
-         D(2026, 11, 15),
-         kPLKeyLeft,
-         true,
-         D(2026, 11, 15),
-         1,
-         9,
-         {}},
-        {"right moves the selected day",
-         D(2026, 11, 18),
-         kPLKeyRight,
-         true,
-         D(2026, 11, 19),
-         5,
-         9,
-         {}},
-        {"right stays in the last column",
-         D(2026, 11, 21),
-         kPLKeyRight,
-         true,
-         D(2026, 11, 21),
-         7,
-         9,
-         {}},
-        {"up moves the row", D(2026, 11, 18), kPLKeyUp, true, D(2026, 11, 18), 4, 8, {}},
-        {"down moves the row", D(2026, 11, 18), kPLKeyDown, true, D(2026, 11, 18), 4, 10, {}},
-        {"ok asks for the day", D(2026, 11, 18), kPLKeyOk, true, D(2026, 11, 18), 4, 9, {kPLMsgUp}},
+        // Paging across 1970 and 2030, left, right, up, down and ok are walked by week_keys and
+        // week_scrolled; these are the limits a script does not reach.
+        // clang-format off
+        {"page up: a week back", D(2026, 11, 18), kPLKeyPageUp, true, D(2026, 11, 11), 4, 9, {kPLMsgValue}},
+        {"page down onto the last day of 2030", D(2030, 12, 24), kPLKeyPageDown, true, D(2030, 12, 31), 3, 9, {kPLMsgValue}},
+        {"left stays in the first column", D(2026, 11, 15), kPLKeyLeft, true, D(2026, 11, 15), 1, 9, {}},
+        {"right stays in the last column", D(2026, 11, 21), kPLKeyRight, true, D(2026, 11, 21), 7, 9, {}},
         {"other keys are not the table's", D(2026, 11, 18), 20, false, D(2026, 11, 18), 4, 9, {}},
+        // clang-format on
     };
     WriteSettings(11424, 8);
     for (const auto& row : rows) {
@@ -150,30 +80,23 @@ TEST_F(WeekTest, KeysMoveTheCellAndKeepToTheRange) {
     }
 }
 
-TEST_F(WeekTest, ThePenSelectsACellAndOpensItsDay) {
+// A tap, the drag that the first move only arms and the day opened on lifting are walked by
+// week_pen and week_pen_drag; what they cannot see is the date held back during the drag and a pen
+// lifted beside the table.
+TEST_F(WeekTest, ThePenLiftedBesideTheTableStillNamesACell) {
     WriteSettings(11425, 8);
     PLDate selected = D(2026, 11, 21);
     VtCalendarWeekViewHourTable table(&selected, PLPoint(0, 0), PLSize(744, 240), 11207);
     Recorder recorder;
     table.AddListener(&recorder);
     table.Rebuild();
-    // Monday first: the week of Monday the 16th, the 21st in column 6.
-    ASSERT_EQ(table.GetSelectedColumn(), 6);
-
     table.MouseDown(PLPoint(31 * 13 + 5, 37 + 26 * 2 + 5), PLMouseButton{});
-    EXPECT_EQ(table.GetSelectedRow(), 14);
-    EXPECT_EQ(table.GetSelectedColumn(), 3);
-    EXPECT_EQ(table.GetCellDate(), D(2026, 11, 18));
-    // The first move only arms the drag; the next one moves the cell.
     table.MouseMove(PLPoint(31 * 15 + 5, 37 + 26 * 4 + 5), PLMouseButton{});
-    EXPECT_EQ(table.GetSelectedRow(), 14);
     table.MouseMove(PLPoint(31 * 15 + 5, 37 + 26 * 4 + 5), PLMouseButton{});
     EXPECT_EQ(table.GetSelectedRow(), 16);
-    EXPECT_EQ(table.GetSelectedColumn(), 5);
     EXPECT_EQ(selected, D(2026, 11, 21)) << "the selected date waits for the pen to lift";
     EXPECT_TRUE(recorder.kinds.empty());
 
-    // A pen lifted beside the table still names a cell of the week.
     table.MouseUp(PLPoint(2000, -40), PLMouseButton{});
     EXPECT_EQ(table.GetSelectedRow(), 24);
     EXPECT_EQ(table.GetSelectedColumn(), 1);
@@ -191,8 +114,7 @@ TEST_F(WeekTest, ReloadShowsTheWeekOfTheSelectedDate) {
         uint32_t firstName;  // weekday text id
         long scroll;
     } rows[] = {
-        {"sunday first, day from 8", 11424, 8, D(2026, 11, 21), D(2026, 11, 15), 30592, 8 * 31},
-        {"monday first, day from 0", 11425, 0, D(2026, 11, 21), D(2026, 11, 16), 30532, 0},
+        // Sunday first from 8 and Monday first from 0 are week_busy's and week_monday's.
         {"saturday first", 11430, 8, D(2026, 11, 20), D(2026, 11, 14), 30582, 8 * 31},
         {"late start: the table's end shows", 11424, 22, D(2026, 11, 21), D(2026, 11, 15), 30592,
          744 - 153},
