@@ -28,7 +28,7 @@ bool APSeriesCache::ReadStamp(sqlite3* db, int64_t& stamp) {
     return found;
 }
 
-APSeriesCache::Rows APSeriesCache::ReadRows(sqlite3* db) {
+APSeriesCache::Rows APSeriesCache::ReadRows(sqlite3* db, bool& tooMany) {
     // The range query's own join, so that a row is kept exactly when that query could return it.
     static const char* const kSql =
         "SELECT e.id, e.start_ts, e.end_ts, e.last_ts, e.kind, e.a, e.b, e.colour, e.all_day, "
@@ -52,7 +52,8 @@ APSeriesCache::Rows APSeriesCache::ReadRows(sqlite3* db) {
                          sqlite3_column_int64(s, 10)});
     }
     sqlite3_finalize(s);
-    if (rc != SQLITE_DONE || rows->size() > kMaxRows) {
+    tooMany = rows->size() > kMaxRows;
+    if (rc != SQLITE_DONE || tooMany) {
         return nullptr;
     }
     return rows;
@@ -72,9 +73,12 @@ APSeriesCache::Rows APSeriesCache::Get(sqlite3* db, const std::string& hostPath)
             }
         }
     }
-    // Read outside the lock: other threads' queries of other stores need not wait for it.
-    Rows rows = ReadRows(db);
-    if (!rows) {
+    // Read outside the lock: other threads' queries of other stores need not wait for it. A store
+    // with too many long rows is remembered as such (no rows) until its stamp moves, so that its
+    // queries do not read the rows again and again only to drop them.
+    bool tooMany = false;
+    Rows rows = ReadRows(db, tooMany);
+    if (!rows && !tooMany) {
         return nullptr;
     }
     std::lock_guard<std::mutex> lock(sMutex);

@@ -56,7 +56,8 @@ private:
     };
 
     static bool ReadStamp(sqlite3* db, int64_t& stamp);
-    static Rows ReadRows(sqlite3* db);
+    // Null on a failed read, or with `tooMany` set when the store has more than kMaxRows.
+    static Rows ReadRows(sqlite3* db, bool& tooMany);
 
     static std::mutex sMutex;
     static std::vector<Entry> sEntries;
