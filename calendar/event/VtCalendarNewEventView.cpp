@@ -56,6 +56,7 @@ constexpr int kScrollerHeightWithKeyboard = 180 - 45 - kTitleHeight;
 // Record fields are 600 bytes: a 600-byte limit holds 200 characters of any script (Chinese takes
 // three bytes a character) and never more than the record keeps.
 constexpr long kTextLimit = kAPEventTextMax;
+constexpr size_t kTypedCharacters = 200;
 constexpr long kInputMask = 15;
 constexpr long kTimePickerMode = 1;
 
@@ -240,6 +241,11 @@ void VtCalendarNewEventView::BuildControls(PLListener* listener) {
     int top = 4;
     mSubject = AddTextField(kFormSubject, 10062, top, kRowHeight, false);
     mLocation = AddTextField(kFormLocation, 10072, top += kPitch, kRowHeight, false);
+    // The one-line texts take 200 typed characters, whatever their script; the record's 600
+    // bytes hold that many even in Chinese.
+    for (VtEditField* field : {mSubject, mLocation}) {
+        field->GetEditor()->GetModel().SetCharacterLimit(kTypedCharacters);
+    }
     mAllDay = MakeCheckbox(kFormAllDay, PLPoint(top += kPitch, kLeft),
                            PLSize(kRowHeight, kFieldWidth), Text(10082), false, nullptr, nullptr);
     mAllDay->AddListener(this);

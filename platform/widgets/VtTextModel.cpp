@@ -79,6 +79,25 @@ size_t VtTextModel::FitBytes(std::string_view text, size_t limit) {
     return position;
 }
 
+size_t VtTextModel::FitCharacters(std::string_view text, size_t characters) {
+    if (characters == 0) {
+        return text.size();
+    }
+    size_t position = 0;
+    for (size_t count = 0; count < characters && position < text.size(); ++count) {
+        position += CharLength(text, position);
+    }
+    return position;
+}
+
+size_t VtTextModel::CountCharacters(std::string_view text) {
+    size_t count = 0;
+    for (size_t position = 0; position < text.size(); position += CharLength(text, position)) {
+        ++count;
+    }
+    return count;
+}
+
 bool VtTextModel::IsValidUTF8(std::string_view text) {
     for (size_t position = 0; position < text.size();) {
         const size_t length = CharLength(text, position);
@@ -98,8 +117,15 @@ void VtTextModel::SetLimit(size_t limit) {
     SetCaret(mCaret);
 }
 
+void VtTextModel::SetCharacterLimit(size_t characters) {
+    mCharacterLimit = characters;
+    mText.resize(FitCharacters(mText, mCharacterLimit));
+    SetCaret(mCaret);
+}
+
 bool VtTextModel::SetText(std::string_view text) {
-    const std::string_view kept = text.substr(0, FitBytes(text, mLimit));
+    std::string_view kept = text.substr(0, FitBytes(text, mLimit));
+    kept = kept.substr(0, FitCharacters(kept, mCharacterLimit));
     const bool changed = kept != mText;
     mText.assign(kept);
     mCaret = mText.size();
@@ -133,6 +159,11 @@ bool VtTextModel::Insert(std::string_view typed) {
     if (mLimit != 0) {
         const size_t room = mText.size() < mLimit ? mLimit - mText.size() : 0;
         filtered.resize(room == 0 ? 0 : FitBytes(filtered, room));
+    }
+    if (mCharacterLimit != 0) {
+        const size_t used = CountCharacters(mText);
+        const size_t room = used < mCharacterLimit ? mCharacterLimit - used : 0;
+        filtered.resize(room == 0 ? 0 : FitCharacters(filtered, room));
     }
     if (filtered.empty()) {
         return false;

@@ -15,6 +15,12 @@ public:
 
     void SetLimit(size_t limit);
     size_t GetLimit() const { return mLimit; }
+    // A second limit in characters (0: none), for fields whose size is given to the user in
+    // characters while the record keeps bytes; both limits hold at once.
+    void SetCharacterLimit(size_t characters);
+    size_t GetCharacterLimit() const { return mCharacterLimit; }
+    // Number of characters of `text` (an invalid byte counts as one).
+    static size_t CountCharacters(std::string_view text);
     // Only these characters are accepted from input (ASCII set, e.g. "0123456789"); empty accepts
     // every character.
     void SetAcceptedChars(std::string_view chars) { mAccepted = chars; }
@@ -44,6 +50,8 @@ public:
     // Byte length of the longest prefix of `text` that fits in `limit` bytes without cutting a
     // character (limit 0: all of it).
     static size_t FitBytes(std::string_view text, size_t limit);
+    // Byte length of the first `characters` characters of `text` (0: all of it).
+    static size_t FitCharacters(std::string_view text, size_t characters);
     // Length of the character that starts at `offset` (1 for an invalid byte, 0 at the end).
     static size_t CharLength(std::string_view text, size_t offset);
     // Start of the character before `offset`.
@@ -56,6 +64,7 @@ private:
 
     std::string mText;
     size_t mLimit;
+    size_t mCharacterLimit = 0;
     size_t mCaret = 0;
     std::string mAccepted;
     bool mMultiLine = false;

@@ -2,6 +2,8 @@
 // and bytes that are not UTF-8.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include <string>
 
 #include "VtTextModel.h"
@@ -120,6 +122,36 @@ INSTANTIATE_TEST_SUITE_P(
                    "b"},
         InsertCase{"nothing_typed", "abc", 5, "", false, "", "abc"}),
     [](const ::testing::TestParamInfo<InsertCase>& info) { return std::string(info.param.name); });
+
+// Both limits hold at once: characters for what the user is told, bytes for what the record keeps.
+TEST(TextCharacterLimit, TypedAndSetTextKeepBothLimits) {
+    // clang-format off
+    const std::tuple<const char*, size_t, size_t, std::string, std::string, std::string> rows[] = {
+        {"latin_stops_at_the_characters", 600, 5, "abc", "defgh", "abcde"},
+        {"cjk_counts_characters_not_bytes", 600, 3, "", kSun + kSun + kSun + kSun, kSun + kSun + kSun},
+        {"the_tighter_byte_limit_wins", 6, 5, "", kSun + kSun + kSun, kSun + kSun},
+        {"full_field_takes_nothing", 600, 2, "ab", "c", "ab"},
+        {"invalid_bytes_count_one_each", 600, 3, "", "a\xFF\xFE" "b", "a\xFF\xFE"},
+    };
+    // clang-format on
+    for (const auto& [name, bytes, characters, start, typed, result] : rows) {
+        SCOPED_TRACE(name);
+        VtTextModel model(bytes);
+        model.SetCharacterLimit(characters);
+        model.SetText(start);
+        model.Insert(typed);
+        EXPECT_EQ(model.GetText(), result);
+        VtTextModel set(bytes);
+        set.SetCharacterLimit(characters);
+        set.SetText(start + typed);
+        EXPECT_EQ(set.GetText(), result) << "text set by the program is cut the same way";
+    }
+    VtTextModel later(0);
+    later.SetText(kSun + "abc");
+    later.SetCharacterLimit(2);
+    EXPECT_EQ(later.GetText(), kSun + "a") << "a limit set later cuts what is there";
+    EXPECT_EQ(later.GetCaret(), later.GetText().size());
+}
 
 struct TypeCase {
     const char* name;

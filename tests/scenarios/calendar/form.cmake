@@ -34,3 +34,6 @@ calendar_scenario(form_keep_time scripts/form_keep_time.txt SEED keep-week.seed
     EXPECT_CTL "event list" "!subject"
     REJECT_LOG "10040")
 calendar_scenario(form_keys scripts/form_keys.txt)
+string(REPEAT x 200 two_hundred_x)
+calendar_scenario(form_overlong scripts/form_overlong.txt
+    EXPECT_CTL "event show 1" "subject=${two_hundred_x} location")
