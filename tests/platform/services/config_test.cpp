@@ -124,9 +124,9 @@ TEST_F(ConfigTest, DamagedFilesAreReportedKeptAndSetAsideBeforeAWrite) {
     }
     for (const auto& entry :
          std::filesystem::directory_iterator(std::filesystem::path(SettingsPath()).parent_path())) {
-        EXPECT_TRUE(
-            std::regex_match(entry.path().filename().string(),
-                             std::regex("settings\\.conf(\\.damaged(\\.[0-9])?|\\.tmp-1|\\.lock)?")))
+        EXPECT_TRUE(std::regex_match(
+            entry.path().filename().string(),
+            std::regex("settings\\.conf(\\.damaged(\\.[0-9])?|\\.tmp-1|\\.lock)?")))
             << entry.path();
     }
 }
