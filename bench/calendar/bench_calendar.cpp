@@ -16,6 +16,7 @@
 #include "BenchEvents.h"
 #include "BenchLibical.h"
 #include "BenchStoreCache.h"
+#include "BenchViewScreen.h"
 #include "PLAppContext.h"
 #include "PLScreen.h"
 #include "PLView.h"
@@ -52,20 +53,12 @@ bool UseStore(Age age, std::string& error) {
 }
 
 // The month view on the screen's root, as the application shows it.
-struct Screen {
-    PLListener application;
-    PLView root{0, PLPoint(0, 0), PLSize(320, 240)};
-    PLDate selected{kYear, kMonth, 21};
-    VtCalendarMonthView* view = nullptr;
-
-    Screen() {
-        PLAppContext::ResetInstance();
-        PLAppContext::GetInstance()->GetScreen().SetRoot(&root);
-        view = VtCalendarMonthView::Make(11100, &selected, &application);
-        root.AddSubPane(view, false);
-    }
-    ~Screen() { PLAppContext::GetInstance()->GetScreen().SetRoot(nullptr); }
-};
+BenchViewScreen<VtCalendarMonthView> MonthScreen() {
+    return BenchViewScreen<VtCalendarMonthView>(
+        PLDate(kYear, kMonth, 21), [](PLDate* date, PLTime*, PLListener* application) {
+            return VtCalendarMonthView::Make(11100, date, application);
+        });
+}
 
 void MonthReloadRepaint(benchmark::State& state) {
     std::string error;
@@ -73,13 +66,8 @@ void MonthReloadRepaint(benchmark::State& state) {
         state.SkipWithError(error.c_str());
         return;
     }
-    Screen screen;
-    PLScreen& display = PLAppContext::GetInstance()->GetScreen();
-    for (auto _ : state) {
-        screen.view->Reload(0);
-        display.PaintAll();
-        benchmark::DoNotOptimize(display.GetFramebuffer().Pixels());
-    }
+    auto screen = MonthScreen();
+    screen.ReloadRepaint(state);
     state.SetLabel(screen.view->HasEvents() ? "marks placed" : "no events");
 }
 

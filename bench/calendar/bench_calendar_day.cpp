@@ -17,6 +17,7 @@
 #include "APEventRec.h"
 #include "BenchEvents.h"
 #include "BenchStoreCache.h"
+#include "BenchViewScreen.h"
 #include "PLAppContext.h"
 #include "PLDeviceRoot.h"
 #include "PLScreen.h"
@@ -114,33 +115,19 @@ bool UseStore(benchmark::State& state) {
 }
 
 // The day view on the screen's root, as the application shows it.
-struct Screen {
-    PLListener application;
-    PLView root{0, PLPoint(0, 0), PLSize(320, 240)};
-    PLDate selected{2026, 11, 21};
-    PLTime time{8, 0, 0};
-    VtCalendarDayView* view = nullptr;
-
-    Screen() {
-        PLAppContext::ResetInstance();
-        PLAppContext::GetInstance()->GetScreen().SetRoot(&root);
-        view = VtCalendarDayView::Make(11300, &selected, &time, false, &application);
-        root.AddSubPane(view, false);
-    }
-    ~Screen() { PLAppContext::GetInstance()->GetScreen().SetRoot(nullptr); }
-};
+BenchViewScreen<VtCalendarDayView> DayScreen() {
+    return BenchViewScreen<VtCalendarDayView>(
+        PLDate(2026, 11, 21), [](PLDate* date, PLTime* time, PLListener* application) {
+            return VtCalendarDayView::Make(11300, date, time, false, application);
+        });
+}
 
 void DayReloadRepaint(benchmark::State& state) {
     if (!UseStore(state)) {
         return;
     }
-    Screen screen;
-    PLScreen& display = PLAppContext::GetInstance()->GetScreen();
-    for (auto _ : state) {
-        screen.view->Reload(0);
-        display.PaintAll();
-        benchmark::DoNotOptimize(display.GetFramebuffer().Pixels());
-    }
+    auto screen = DayScreen();
+    screen.ReloadRepaint(state);
     int nodes = 0;
     for (const APDayEventNode* node = screen.view->GetDayEvents(); node != nullptr;
          node = node->next) {
@@ -155,8 +142,8 @@ void DayRepaint(benchmark::State& state) {
     if (!UseStore(state)) {
         return;
     }
-    Screen screen;
-    PLScreen& display = PLAppContext::GetInstance()->GetScreen();
+    auto screen = DayScreen();
+    PLScreen& display = screen.Display();
     for (auto _ : state) {
         screen.view->Redraw();
         display.PaintAll();

@@ -14,6 +14,7 @@
 #include "BenchEvents.h"
 #include "BenchLibical.h"
 #include "BenchStoreCache.h"
+#include "BenchViewScreen.h"
 #include "PLAppContext.h"
 #include "PLScreen.h"
 #include "PLView.h"
@@ -47,20 +48,12 @@ bool UseStore(Age age, std::string& error) {
 }
 
 // The week view on the screen's root, as the application shows it.
-struct Screen {
-    PLListener application;
-    PLView root{0, PLPoint(0, 0), PLSize(320, 240)};
-    PLDate selected{2026, 11, 21};
-    VtCalendarWeekView* view = nullptr;
-
-    Screen() {
-        PLAppContext::ResetInstance();
-        PLAppContext::GetInstance()->GetScreen().SetRoot(&root);
-        view = VtCalendarWeekView::Make(11200, &selected, &application);
-        root.AddSubPane(view, false);
-    }
-    ~Screen() { PLAppContext::GetInstance()->GetScreen().SetRoot(nullptr); }
-};
+BenchViewScreen<VtCalendarWeekView> WeekScreen() {
+    return BenchViewScreen<VtCalendarWeekView>(
+        PLDate(2026, 11, 21), [](PLDate* date, PLTime*, PLListener* application) {
+            return VtCalendarWeekView::Make(11200, date, application);
+        });
+}
 
 void WeekReloadRepaint(benchmark::State& state) {
     std::string error;
@@ -68,13 +61,8 @@ void WeekReloadRepaint(benchmark::State& state) {
         state.SkipWithError(error.c_str());
         return;
     }
-    Screen screen;
-    PLScreen& display = PLAppContext::GetInstance()->GetScreen();
-    for (auto _ : state) {
-        screen.view->Reload(0);
-        display.PaintAll();
-        benchmark::DoNotOptimize(display.GetFramebuffer().Pixels());
-    }
+    auto screen = WeekScreen();
+    screen.ReloadRepaint(state);
     int nodes = 0;
     APMonthEventNode* list = VtCalendarQueryWeek(kWeekStart, kWeekEnd);
     for (const APMonthEventNode* node = list; node != nullptr; node = node->next) {
@@ -123,8 +111,8 @@ void WeekRepaint(benchmark::State& state) {
         state.SkipWithError(error.c_str());
         return;
     }
-    Screen screen;
-    PLScreen& display = PLAppContext::GetInstance()->GetScreen();
+    auto screen = WeekScreen();
+    PLScreen& display = screen.Display();
     for (auto _ : state) {
         display.PaintAll();
         benchmark::DoNotOptimize(display.GetFramebuffer().Pixels());
