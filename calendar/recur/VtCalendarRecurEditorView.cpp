@@ -14,6 +14,7 @@
 #include "app/VtCalendarHelpers.h"
 #include "recur/VtCalendarRecurDailyView.h"
 #include "recur/VtCalendarRecurMonthlyView.h"
+#include "recur/VtCalendarRecurText.h"
 #include "recur/VtCalendarRecurWeeklyView.h"
 #include "recur/VtCalendarRecurYearlyView.h"
 #include "recur/VtCalendarSetRecurMsg.h"
@@ -39,18 +40,6 @@ PLDate UntilDateOf(int32_t lastStamp) {
         return first;
     }
     return date > last ? last : date;
-}
-
-_RecurInfo RecurOf(const _EventRecInfo& record) {
-    _RecurInfo setting;
-    setting.startStamp = record.startStamp;
-    setting.endStamp = record.endStamp;
-    setting.interval = record.recurValueA;
-    setting.pattern = record.recurValueB;
-    setting.lastStamp = record.lastStamp;
-    setting.count = record.recurValueC;
-    setting.kind = record.recurKind;
-    return setting;
 }
 
 PLDate DateOf(int32_t stamp) {
@@ -205,7 +194,7 @@ void VtCalendarRecurEditorView::AddFrameButtons() {
 }
 
 void VtCalendarRecurEditorView::SetRecur(const _EventRecInfo& recordCopy) {
-    mSetting = RecurOf(recordCopy);
+    mSetting = VtCalendarRecurOf(recordCopy);
     mLoadedStart = mSetting.startStamp;
     mSeriesCountCache = 0;
     mUntilDate = UntilDateOf(mSetting.lastStamp);
