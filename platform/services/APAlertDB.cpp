@@ -157,14 +157,13 @@ bool WriteContext(APDatabase& db, AP_ALERT_CONTEXT& context, bool insert) {
                                "VALUES(?1, ?2, ?3, ?4)"
                              : "UPDATE alarms SET alert_time = ?1, owner = ?2, rule = ?3, "
                                "context = ?4 WHERE id = ?5";
-    APStatement stmt(db.Handle(), sql);
-    if (!stmt.Ok()) {
+    sqlite3_stmt* const s = db.Cached(sql);
+    if (!s) {
         db.NoteError("cannot prepare the alarm write");
         return false;
     }
     AP_ALERT_CONTEXT stored = context;
     stored.alertId = 0;  // the row id is the alarm's id
-    sqlite3_stmt* s = stmt.Get();
     sqlite3_bind_int(s, 1, context.alertTime);
     sqlite3_bind_text(s, 2, context.owner, int(strnlen(context.owner, sizeof context.owner)),
                       SQLITE_TRANSIENT);
@@ -174,7 +173,9 @@ bool WriteContext(APDatabase& db, AP_ALERT_CONTEXT& context, bool insert) {
     if (!insert) {
         sqlite3_bind_int(s, 5, context.alertId);
     }
-    if (sqlite3_step(s) != SQLITE_DONE) {
+    const int written = sqlite3_step(s);
+    sqlite3_reset(s);
+    if (written != SQLITE_DONE) {
         db.NoteError("cannot write the alarm");
         return false;
     }

@@ -6,6 +6,7 @@
 
 #include <sqlite3.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
@@ -118,12 +119,21 @@ int SchemaFingerprint(const std::string& schema) {
 }  // namespace
 
 APDatabase::~APDatabase() {
-    Disconnect();
+    // The lock member is released after this: the connection reaches the pool while it is held.
+    Release();
 }
 
 void APDatabase::ForgetChecks() {
-    std::lock_guard<std::mutex> lock(gCheckedMutex);
-    gChecked.clear();
+    {
+        std::lock_guard<std::mutex> lock(gCheckedMutex);
+        gChecked.clear();
+    }
+    APConnectionPool::Clear();
+}
+
+sqlite3_stmt* APDatabase::Cached(const char* sql) {
+    assert(mDb && "Cached on a closed store");
+    return mDb ? mStatements.Get(mDb, sql) : nullptr;
 }
 
 void APDatabase::SetPageQuota(long pages) {
@@ -168,10 +178,55 @@ bool APDatabase::Connect(const std::string& hostPath) {
 }
 
 void APDatabase::Disconnect() {
+    mStatements.FinalizeAll();
     if (mDb) {
         sqlite3_close_v2(mDb);
         mDb = nullptr;
     }
+}
+
+bool APDatabase::Adopt(const std::string& hostPath, const std::string& key) {
+    APIdleConnection idle;
+    if (!APConnectionPool::Take(key, idle)) {
+        return false;
+    }
+    // The shared lock is held, so the file at the path cannot change while this is decided.
+    APFileIdentity now;
+    if (!APConnectionPool::IdentityOf(hostPath, now) || !(now == idle.file)) {
+        APConnectionPool::Close(idle);  // its file was set aside or removed meanwhile
+        return false;
+    }
+    mDb = idle.db;
+    mFile = idle.file;
+    mStatements = std::move(idle.statements);
+    sqlite3_busy_timeout(mDb, int(BusyWait().count()));
+    return true;
+}
+
+void APDatabase::Release() {
+    if (!mDb) {
+        return;
+    }
+    mStatements.ResetAll();
+    // Fit to be used again: no transaction left open and no statement of the caller still alive.
+    bool fit = !mPoolKey.empty() && sqlite3_get_autocommit(mDb) != 0;
+    for (sqlite3_stmt* s = sqlite3_next_stmt(mDb, nullptr); fit && s;
+         s = sqlite3_next_stmt(mDb, s)) {
+        fit = mStatements.Holds(s);
+    }
+    if (!fit) {
+        Disconnect();
+        return;
+    }
+    APIdleConnection idle;
+    idle.key = mPoolKey;
+    idle.hostPath = mHostPath;
+    idle.db = mDb;
+    idle.file = mFile;
+    idle.statements = std::move(mStatements);
+    idle.owner = ::getpid();
+    mDb = nullptr;
+    APConnectionPool::Put(std::move(idle));
 }
 
 APDatabase::Verdict APDatabase::Busy(const std::string& what) {
@@ -347,19 +402,30 @@ bool APDatabase::ConfirmAndSetAside(const std::string& hostPath, Deadline deadli
 
 bool APDatabase::Open(const std::string& devicePath, const std::string& schema) {
     assert(!mDb && "store opened twice");
-    if (!PLDeviceRoot::MakeParentDirectories(devicePath)) {
-        mLastError = "cannot create the folder of " + devicePath;
-        return false;
-    }
     const std::string hostPath = PLDeviceRoot::Resolve(devicePath);
     mHostPath = hostPath;
     const Deadline deadline = Clock::now() + BusyWait();
+    // The folder is made only when the lock file cannot be opened without it: it nearly always
+    // exists, and making sure costs a walk over every folder of the path.
     if (!mLock.Open(hostPath + ".lock", mLastError)) {
-        return false;
+        if (!PLDeviceRoot::MakeParentDirectories(devicePath)) {
+            mLastError = "cannot create the folder of " + devicePath;
+            return false;
+        }
+        if (!mLock.Open(hostPath + ".lock", mLastError)) {
+            return false;
+        }
     }
     if (!mLock.LockShared(deadline)) {
         mLastError = "store busy: " + hostPath + " is being repaired by another process";
         return false;
+    }
+    const std::string key = hostPath + '\n' + std::to_string(SchemaFingerprint(schema)) + '\n' +
+                            std::to_string(gPageQuota);
+    if (Adopt(hostPath, key)) {
+        mPoolKey = key;
+        mAdopted = true;
+        return true;
     }
     bool confirmed = false;
     for (;;) {
@@ -371,6 +437,10 @@ bool APDatabase::Open(const std::string& devicePath, const std::string& schema) 
         if (verdict == Verdict::kOk) {
             // After a repair this process held the lock exclusively; others may come in now.
             mLock.LockShared(deadline);
+            // Only a connection whose file is known may be kept for later.
+            if (APConnectionPool::IdentityOf(hostPath, mFile)) {
+                mPoolKey = key;
+            }
             return true;
         }
         Disconnect();
@@ -393,8 +463,7 @@ bool APDatabase::Transaction(const std::function<bool()>& body) {
     mLastError.clear();
     const Deadline deadline = Clock::now() + BusyWait();
     int rc;
-    while (IsBusy(rc = sqlite3_exec(mDb, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr)) &&
-           TimeLeft(deadline)) {
+    while (IsBusy(rc = RunCached("BEGIN IMMEDIATE")) && TimeLeft(deadline)) {
         Nap();
     }
     if (rc != SQLITE_OK) {
@@ -407,8 +476,7 @@ bool APDatabase::Transaction(const std::function<bool()>& body) {
     }
     if (body()) {
         // A commit that meets a lock keeps the transaction open and may simply be tried again.
-        while (IsBusy(rc = sqlite3_exec(mDb, "COMMIT", nullptr, nullptr, nullptr)) &&
-               TimeLeft(deadline)) {
+        while (IsBusy(rc = RunCached("COMMIT")) && TimeLeft(deadline)) {
             Nap();
         }
         if (rc == SQLITE_OK) {
@@ -419,8 +487,20 @@ bool APDatabase::Transaction(const std::function<bool()>& body) {
     if (mLastError.empty()) {
         NoteError("write failed");
     }
-    sqlite3_exec(mDb, "ROLLBACK", nullptr, nullptr, nullptr);
+    if (sqlite3_get_autocommit(mDb) == 0) {
+        sqlite3_exec(mDb, "ROLLBACK", nullptr, nullptr, nullptr);
+    }
     return false;
+}
+
+int APDatabase::RunCached(const char* sql) {
+    sqlite3_stmt* const stmt = mStatements.Get(mDb, sql);
+    if (!stmt) {
+        return sqlite3_errcode(mDb);
+    }
+    const int rc = sqlite3_step(stmt);
+    sqlite3_reset(stmt);
+    return rc == SQLITE_DONE ? SQLITE_OK : rc;
 }
 
 APStatement::APStatement(sqlite3* db, const char* sql) {

@@ -7,12 +7,17 @@
 // time and then reported as "store busy"; it is never taken for damage. A file is judged damaged
 // only on SQLITE_CORRUPT or SQLITE_NOTADB confirmed while this process holds the store's lock
 // exclusively, so a file that another process has open is never renamed.
+//
+// A closed store object hands its connection to the process's pool of idle connections, and the
+// next object of the same store takes it over, with its prepared statements (see APConnectionPool).
 #pragma once
 
 #include <chrono>
 #include <functional>
 #include <string>
 
+#include "APConnectionPool.h"
+#include "APStatementCache.h"
 #include "APStoreLock.h"
 
 struct sqlite3;
@@ -30,12 +35,19 @@ public:
     bool Open(const std::string& devicePath, const std::string& schema);
 
     bool IsOpen() const { return mDb != nullptr; }
+    // True when the connection was taken over from the idle pool rather than opened anew.
+    bool WasAdopted() const { return mAdopted; }
     sqlite3* Handle() const { return mDb; }
     const std::string& GetLastError() const { return mLastError; }
     // The file opened last (host path), a key for what this process keeps about the store.
     const std::string& GetHostPath() const { return mHostPath; }
     // What the last open set aside, if anything (the new name of the damaged file).
     const std::string& GetSetAsidePath() const { return mSetAside; }
+
+    // A statement prepared once for this connection (and kept with it in the pool), reset and with
+    // its bindings cleared; null when it cannot be prepared. Finish it (step to the end or reset)
+    // before asking for the same SQL again.
+    sqlite3_stmt* Cached(const char* sql);
 
     // Runs SQL without results; false (and GetLastError) on failure.
     bool Exec(const std::string& sql);
@@ -46,7 +58,8 @@ public:
     // Records the connection's current error message.
     void NoteError(const std::string& what);
 
-    // A store is checked once per process; this makes the next open check again.
+    // A store is checked once per process; this makes the next open check again (and closes the
+    // idle connections, so that the next open really opens the file).
     static void ForgetChecks();
     // Caps every store opened afterwards at `pages` database pages (0: no cap), as a device quota;
     // a write past it fails like a full disk.
@@ -60,6 +73,12 @@ private:
 
     bool Connect(const std::string& hostPath);
     void Disconnect();
+    // Takes over an idle connection of this process to the same file; false when there is none.
+    bool Adopt(const std::string& hostPath, const std::string& key);
+    // Gives the connection to the idle pool when it is fit to be used again, else closes it.
+    void Release();
+    // Steps a kept statement without results once: SQLITE_OK when it ran to the end.
+    int RunCached(const char* sql);
     Verdict Prepare(const std::string& hostPath, const std::string& schema, Deadline deadline);
     Verdict CheckFile(Deadline deadline);
     Verdict RunStep(const std::string& sql, Deadline deadline);
@@ -77,6 +96,10 @@ private:
     std::string mLastError;
     std::string mSetAside;
     std::string mHostPath;
+    std::string mPoolKey;
+    APFileIdentity mFile;
+    APStatementCache mStatements;
+    bool mAdopted = false;
     // The highest id of each table of a file set aside, so that the fresh store never hands out
     // an id that the damaged one used for another event.
     std::string mSequenceSeed;

@@ -17,18 +17,20 @@ struct APEventAlertDB::Impl {
 };
 
 bool APEventAlertDB::Impl::Write(const char* sql, _EventAlertInfo& info, bool insert) {
-    APStatement stmt(db.Handle(), sql);
-    if (!stmt.Ok()) {
+    sqlite3_stmt* const stmt = db.Cached(sql);
+    if (!stmt) {
         db.NoteError("cannot prepare the alert write");
         return false;
     }
     _EventAlertInfo stored = info;
     stored.id = 0;  // the row id is the record's id
-    sqlite3_bind_blob(stmt.Get(), 1, &stored, sizeof stored, SQLITE_TRANSIENT);
+    sqlite3_bind_blob(stmt, 1, &stored, sizeof stored, SQLITE_TRANSIENT);
     if (!insert) {
-        sqlite3_bind_int(stmt.Get(), 2, info.id);
+        sqlite3_bind_int(stmt, 2, info.id);
     }
-    if (sqlite3_step(stmt.Get()) != SQLITE_DONE) {
+    const int written = sqlite3_step(stmt);
+    sqlite3_reset(stmt);
+    if (written != SQLITE_DONE) {
         db.NoteError("cannot write the alert record");
         return false;
     }

@@ -124,10 +124,6 @@ Node* Link(std::vector<Node*>& nodes) {
 struct APEventRec::Impl {
     APDatabase db;
     bool open = false;
-    // The range query is asked again and again of one store object (a view's reloads, a
-    // benchmark); preparing it once saves a good part of a small query's time.
-    std::unique_ptr<APStatement> rangeQuery;
-    std::unique_ptr<APStatement> recordQuery;
 
     bool SelectCandidates(long from, long to, std::vector<Candidate>& out);
     bool ScanLevels(long from, long to, std::vector<Candidate>& out);
@@ -165,11 +161,9 @@ bool APEventRec::Impl::ScanLevels(long from, long to, std::vector<Candidate>& ou
         "FROM event_levels AS l CROSS JOIN events AS e INDEXED BY events_span "
         "WHERE l.lvl < ?3 AND e.lvl = l.lvl AND e.start_ts > ?1 - l.len AND e.start_ts < ?2 "
         "AND e.reach > ?1";
-    if (!rangeQuery) {
-        rangeQuery = std::make_unique<APStatement>(db.Handle(), kSql);
-    }
-    APStatement& stmt = *rangeQuery;
-    if (!stmt.Ok()) {
+    // Asked again and again (a view's reloads): the connection keeps it prepared.
+    sqlite3_stmt* const s = db.Cached(kSql);
+    if (!s) {
         db.NoteError("cannot prepare the range query");
         return false;
     }
@@ -183,13 +177,11 @@ bool APEventRec::Impl::ScanLevels(long from, long to, std::vector<Candidate>& ou
             }
         }
     }
-    stmt.Reset();
-    sqlite3_bind_int64(stmt.Get(), 1, low);
-    sqlite3_bind_int64(stmt.Get(), 2, high);
-    sqlite3_bind_int(stmt.Get(), 3, series ? APSeriesCache::kFirstLevel : kNoLevelLimit);
+    sqlite3_bind_int64(s, 1, low);
+    sqlite3_bind_int64(s, 2, high);
+    sqlite3_bind_int(s, 3, series ? APSeriesCache::kFirstLevel : kNoLevelLimit);
     int rc;
-    while ((rc = sqlite3_step(stmt.Get())) == SQLITE_ROW) {
-        sqlite3_stmt* s = stmt.Get();
+    while ((rc = sqlite3_step(s)) == SQLITE_ROW) {
         out.push_back({sqlite3_column_int(s, 0), sqlite3_column_int(s, 1), sqlite3_column_int(s, 2),
                        sqlite3_column_int(s, 3), sqlite3_column_int(s, 4), sqlite3_column_int(s, 5),
                        sqlite3_column_int(s, 6), uint32_t(sqlite3_column_int64(s, 7)),
@@ -199,31 +191,26 @@ bool APEventRec::Impl::ScanLevels(long from, long to, std::vector<Candidate>& ou
     if (!done) {
         db.NoteError("range query failed");
     }
-    stmt.Reset();  // releases the statement's hold on the snapshot
+    sqlite3_reset(s);  // releases the statement's hold on the snapshot
     return done;
 }
 
 bool APEventRec::Impl::ReadRecord(int id, _EventRecInfo& record) {
-    // Prepared once per store object: the day query reads one record per event it shows.
-    if (!recordQuery) {
-        recordQuery =
-            std::make_unique<APStatement>(db.Handle(), "SELECT record FROM events WHERE id = ?1");
-    }
-    APStatement& stmt = *recordQuery;
-    if (!stmt.Ok()) {
+    // The day query reads one record per event it shows: the connection keeps this prepared.
+    sqlite3_stmt* const stmt = db.Cached("SELECT record FROM events WHERE id = ?1");
+    if (!stmt) {
         return false;
     }
-    stmt.Reset();
-    sqlite3_bind_int(stmt.Get(), 1, id);
-    if (sqlite3_step(stmt.Get()) != SQLITE_ROW) {
-        stmt.Reset();
+    sqlite3_bind_int(stmt, 1, id);
+    if (sqlite3_step(stmt) != SQLITE_ROW) {
+        sqlite3_reset(stmt);
         return false;
     }
-    const auto* blob = static_cast<const uint8_t*>(sqlite3_column_blob(stmt.Get(), 0));
-    const int size = sqlite3_column_bytes(stmt.Get(), 0);
+    const auto* blob = static_cast<const uint8_t*>(sqlite3_column_blob(stmt, 0));
+    const int size = sqlite3_column_bytes(stmt, 0);
     _EventRecInfo decoded;
     const bool intact = size > 0 && APDecodeRecord(blob, size_t(size), &decoded, sizeof decoded);
-    stmt.Reset();  // releases the snapshot; the blob is not used past here
+    sqlite3_reset(stmt);  // releases the snapshot; the blob is not used past here
     if (!intact) {
         db.NoteError("stored record " + std::to_string(id) + " is damaged");
         return false;
@@ -246,13 +233,13 @@ bool APEventRec::Impl::WriteRow(const _EventRecInfo& record, bool insert, int& i
             : "UPDATE events SET start_ts = ?1, end_ts = ?2, last_ts = ?3, reach = ?4, lvl = ?5, "
               "kind = ?6, a = ?7, b = ?8, colour = ?9, all_day = ?10, alert_id = ?11, "
               "record = ?12 WHERE id = ?13";
-    APStatement stmt(db.Handle(), sql);
-    APStatement level(db.Handle(), "INSERT OR IGNORE INTO event_levels(lvl, len) VALUES(?1, ?2)");
-    if (!stmt.Ok() || !level.Ok()) {
+    sqlite3_stmt* const s = db.Cached(sql);
+    sqlite3_stmt* const level =
+        db.Cached("INSERT OR IGNORE INTO event_levels(lvl, len) VALUES(?1, ?2)");
+    if (!s || !level) {
         db.NoteError("cannot prepare the write");
         return false;
     }
-    sqlite3_stmt* s = stmt.Get();
     sqlite3_bind_int(s, 1, record.startStamp);
     sqlite3_bind_int(s, 2, record.endStamp);
     sqlite3_bind_int(s, 3, record.lastStamp);
@@ -268,7 +255,9 @@ bool APEventRec::Impl::WriteRow(const _EventRecInfo& record, bool insert, int& i
     if (!insert) {
         sqlite3_bind_int(s, 13, id);
     }
-    if (sqlite3_step(s) != SQLITE_DONE) {
+    const int written = sqlite3_step(s);
+    sqlite3_reset(s);
+    if (written != SQLITE_DONE) {
         db.NoteError("cannot write the event");
         return false;
     }
@@ -278,9 +267,11 @@ bool APEventRec::Impl::WriteRow(const _EventRecInfo& record, bool insert, int& i
         db.NoteError("no event " + std::to_string(id));
         return false;
     }
-    sqlite3_bind_int(level.Get(), 1, derived.lvl);
-    sqlite3_bind_int64(level.Get(), 2, int64_t(1) << derived.lvl);
-    if (sqlite3_step(level.Get()) != SQLITE_DONE) {
+    sqlite3_bind_int(level, 1, derived.lvl);
+    sqlite3_bind_int64(level, 2, int64_t(1) << derived.lvl);
+    const int noted = sqlite3_step(level);
+    sqlite3_reset(level);
+    if (noted != SQLITE_DONE) {
         db.NoteError("cannot note the event's level");
         return false;
     }

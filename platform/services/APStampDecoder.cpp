@@ -1,7 +1,10 @@
 // Stamp to date conversions with a cached UTC offset (see the header).
 #include "APStampDecoder.h"
 
+#include <cstdlib>
 #include <ctime>
+#include <string>
+#include <unordered_map>
 
 namespace {
 
@@ -36,6 +39,48 @@ int64_t FloorDiv(int64_t a, int64_t b) {
     return a / b - ((a % b != 0) && ((a < 0) != (b < 0)));
 }
 
+// Offsets of whole hours this thread has asked for, for the zone named by TZ when they were asked
+// (tests and the fuzzer change it). Offsets change on hour or half-hour boundaries, so an hour
+// whose first and last second agree has one offset throughout; other hours are not remembered.
+class HourOffsets {
+public:
+    static constexpr size_t kMaxHours = 1 << 16;
+
+    // Forgets everything when TZ names another zone than before.
+    void FollowZone() {
+        const char* zone = std::getenv("TZ");
+        const bool set = zone != nullptr;
+        if (set != mZoneSet || (set && mZone != zone)) {
+            mHours.clear();
+            mZoneSet = set;
+            mZone = set ? zone : "";
+        }
+    }
+
+    bool Find(int64_t hour, long& offset) const {
+        const auto found = mHours.find(hour);
+        if (found == mHours.end()) {
+            return false;
+        }
+        offset = found->second;
+        return true;
+    }
+
+    void Keep(int64_t hour, long offset) {
+        if (mHours.size() >= kMaxHours) {
+            mHours.clear();
+        }
+        mHours.emplace(hour, offset);
+    }
+
+private:
+    bool mZoneSet = false;
+    std::string mZone;
+    std::unordered_map<int64_t, long> mHours;
+};
+
+thread_local HourOffsets tHourOffsets;
+
 }  // namespace
 
 int32_t APStampDecoder::DayNumberOfUnixDay(int64_t unixDay) {
@@ -64,7 +109,22 @@ long APStampDecoder::OffsetAt(long stamp) {
     return fields.tm_gmtoff;
 }
 
+long APStampDecoder::RememberedOffsetAt(long stamp) {
+    const int64_t hour = FloorDiv(stamp, 3600);
+    long offset = 0;
+    if (tHourOffsets.Find(hour, offset)) {
+        return offset;
+    }
+    offset = OffsetAt(long(hour * 3600));
+    if (OffsetAt(long(hour * 3600 + 3599)) != offset) {
+        return OffsetAt(stamp);  // the offset changes within this hour
+    }
+    tHourOffsets.Keep(hour, offset);
+    return offset;
+}
+
 APStampDecoder::APStampDecoder(long rangeStart, long rangeEnd, long margin) {
+    tHourOffsets.FollowZone();
     const int64_t from = int64_t(rangeStart) - margin;
     const int64_t to = int64_t(rangeEnd) + margin;
     const long first = OffsetAt(long(from));
@@ -88,7 +148,7 @@ void APStampDecoder::Local(long stamp, PLDate& date, PLTime& time) const {
         FromLocalSeconds(int64_t(stamp) + mOffset, date, time);
         return;
     }
-    FromLocalSeconds(int64_t(stamp) + OffsetAt(stamp), date, time);
+    FromLocalSeconds(int64_t(stamp) + RememberedOffsetAt(stamp), date, time);
 }
 
 void APStampDecoder::Utc(long stamp, PLDate& date, PLTime& time) {

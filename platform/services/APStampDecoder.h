@@ -3,7 +3,9 @@
 // A range query turns hundreds of stamps into dates; asking the C library for each one costs more
 // than the whole index scan. The decoder asks once for the UTC offset over a window around the
 // range and, where that offset holds at both ends, converts stamps inside the window with plain
-// arithmetic. Stamps elsewhere, or windows with a change of offset, go through localtime_r.
+// arithmetic. Stamps elsewhere, or windows with a change of offset, take the offset of their hour,
+// which each thread remembers once the C library gave it (the repeating series of a store keep
+// asking for the same far stamps on every query).
 #pragma once
 
 #include <cstdint>
@@ -28,6 +30,8 @@ public:
 
 private:
     static long OffsetAt(long stamp);
+    // The offset of a stamp, remembered per hour when the whole hour has one offset.
+    static long RememberedOffsetAt(long stamp);
     static void FromLocalSeconds(int64_t seconds, PLDate& date, PLTime& time);
 
     int64_t mWindowStart = 0;

@@ -109,7 +109,9 @@ bool MigrateLegacyAlarms(APDatabase& db) {
 }  // namespace
 
 bool APOpenEventStore(APDatabase& db) {
-    return db.Open(kAPEventStoreDevicePath, kEventSchema) && MigrateLegacyAlarms(db);
+    // A connection from the idle pool was opened, and the old file looked for, by this process.
+    return db.Open(kAPEventStoreDevicePath, kEventSchema) &&
+           (db.WasAdopted() || MigrateLegacyAlarms(db));
 }
 
 bool APDeleteAlertAndAlarm(APDatabase& db, int alertId) {
