@@ -126,7 +126,8 @@ struct APEventRec::Impl {
     bool open = false;
 
     bool SelectCandidates(long from, long to, std::vector<Candidate>& out);
-    bool ScanLevels(long from, long to, std::vector<Candidate>& out);
+    // Appends the candidates; the first `sorted` of them come in start order already.
+    bool ScanLevels(long from, long to, std::vector<Candidate>& out, size_t& sorted);
     bool ReadRecord(int id, _EventRecInfo& record);
     bool WriteRow(const _EventRecInfo& record, bool insert, int& id);
 };
@@ -139,20 +140,26 @@ bool APEventRec::Impl::SelectCandidates(long from, long to, std::vector<Candidat
         db.NoteError("cannot start the range query");
         return false;
     }
-    const bool done = ScanLevels(from, to, out);
+    size_t sorted = 0;
+    const bool done = ScanLevels(from, to, out, sorted);
     if (ownRead) {
         sqlite3_exec(db.Handle(), done ? "COMMIT" : "ROLLBACK", nullptr, nullptr, nullptr);
     }
     if (!done) {
         return false;
     }
-    std::sort(out.begin(), out.end(), [](const Candidate& x, const Candidate& y) {
+    // The series come sorted from the cache; only the few short rows need sorting before the two
+    // runs are merged.
+    const auto byStart = [](const Candidate& x, const Candidate& y) {
         return x.start != y.start ? x.start < y.start : x.id < y.id;
-    });
+    };
+    const auto middle = out.begin() + std::ptrdiff_t(sorted);
+    std::sort(middle, out.end(), byStart);
+    std::inplace_merge(out.begin(), middle, out.end(), byStart);
     return true;
 }
 
-bool APEventRec::Impl::ScanLevels(long from, long to, std::vector<Candidate>& out) {
+bool APEventRec::Impl::ScanLevels(long from, long to, std::vector<Candidate>& out, size_t& sorted) {
     // Per level (outer loop over the few levels in use), an index range on (lvl, start_ts) that the
     // covering index answers without touching the table. Levels from ?3 up come from the series
     // cache when it has them, with the same test applied in memory.
@@ -169,7 +176,7 @@ bool APEventRec::Impl::ScanLevels(long from, long to, std::vector<Candidate>& ou
     }
     const int64_t low = int64_t(from) - kRangeMargin;
     const int64_t high = int64_t(to) + kRangeMargin;
-    const APSeriesCache::Rows series = APSeriesCache::Get(db.Handle(), db.GetHostPath());
+    const APSeriesCache::Rows series = APSeriesCache::Get(db);
     if (series) {
         for (const APSeriesRow& r : *series) {
             if (r.start > low - r.len && r.start < high && r.reach > low) {
@@ -177,6 +184,7 @@ bool APEventRec::Impl::ScanLevels(long from, long to, std::vector<Candidate>& ou
             }
         }
     }
+    sorted = out.size();
     sqlite3_bind_int64(s, 1, low);
     sqlite3_bind_int64(s, 2, high);
     sqlite3_bind_int(s, 3, series ? APSeriesCache::kFirstLevel : kNoLevelLimit);

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cassert>
 
+#include "APDatabase.h"
+
 std::mutex APSeriesCache::sMutex;
 std::vector<APSeriesCache::Entry> APSeriesCache::sEntries;
 
@@ -15,16 +17,16 @@ void APSeriesCache::Clear() {
     sEntries.clear();
 }
 
-bool APSeriesCache::ReadStamp(sqlite3* db, int64_t& stamp) {
-    sqlite3_stmt* stmt = nullptr;
-    bool found = false;
-    if (sqlite3_prepare_v2(db, "SELECT stamp FROM event_changes WHERE id = 1", -1, &stmt,
-                           nullptr) == SQLITE_OK &&
-        sqlite3_step(stmt) == SQLITE_ROW) {
+bool APSeriesCache::ReadStamp(APDatabase& db, int64_t& stamp) {
+    // Read on every query: the connection keeps it prepared.
+    sqlite3_stmt* const stmt = db.Cached("SELECT stamp FROM event_changes WHERE id = 1");
+    const bool found = stmt && sqlite3_step(stmt) == SQLITE_ROW;
+    if (found) {
         stamp = sqlite3_column_int64(stmt, 0);
-        found = true;
     }
-    sqlite3_finalize(stmt);
+    if (stmt) {
+        sqlite3_reset(stmt);
+    }
     return found;
 }
 
@@ -33,7 +35,7 @@ APSeriesCache::Rows APSeriesCache::ReadRows(sqlite3* db, bool& tooMany) {
     static const char* const kSql =
         "SELECT e.id, e.start_ts, e.end_ts, e.last_ts, e.kind, e.a, e.b, e.colour, e.all_day, "
         "e.reach, l.len FROM event_levels AS l CROSS JOIN events AS e INDEXED BY events_span "
-        "WHERE l.lvl >= ?1 AND e.lvl = l.lvl LIMIT ?2";
+        "WHERE l.lvl >= ?1 AND e.lvl = l.lvl ORDER BY e.start_ts, e.id LIMIT ?2";
     sqlite3_stmt* s = nullptr;
     if (sqlite3_prepare_v2(db, kSql, -1, &s, nullptr) != SQLITE_OK) {
         sqlite3_finalize(s);
@@ -59,10 +61,12 @@ APSeriesCache::Rows APSeriesCache::ReadRows(sqlite3* db, bool& tooMany) {
     return rows;
 }
 
-APSeriesCache::Rows APSeriesCache::Get(sqlite3* db, const std::string& hostPath) {
-    assert(db && "the series cache reads an open store");
+APSeriesCache::Rows APSeriesCache::Get(APDatabase& store) {
+    assert(store.IsOpen() && "the series cache reads an open store");
+    sqlite3* const db = store.Handle();
+    const std::string& hostPath = store.GetHostPath();
     int64_t stamp = 0;
-    if (!db || !ReadStamp(db, stamp)) {
+    if (!db || !ReadStamp(store, stamp)) {
         return nullptr;
     }
     {

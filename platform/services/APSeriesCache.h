@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+class APDatabase;
 struct sqlite3;
 
 // One long-reaching row with the columns of the range query and its level's length.
@@ -41,10 +42,11 @@ public:
     // A store with more long rows than this is not copied (the memory would outweigh the gain).
     static constexpr size_t kMaxRows = 50000;
 
-    // Inside a read transaction on `db`: the long rows of the store at `hostPath`, from memory when
-    // the store's change stamp is the one they were read at, else read afresh. Null when the store
-    // has no stamp, holds too many long rows, or cannot be read; the caller then reads every level.
-    static Rows Get(sqlite3* db, const std::string& hostPath);
+    // Inside a read transaction on `db`: the long rows of its store in start order (then id), from
+    // memory when the store's change stamp is the one they were read at, else read afresh. Null
+    // when the store has no stamp, holds too many long rows, or cannot be read; the caller then
+    // reads every level.
+    static Rows Get(APDatabase& db);
     // Drops every copy (tests, and a process that changes its device root).
     static void Clear();
 
@@ -55,7 +57,7 @@ private:
         Rows rows;
     };
 
-    static bool ReadStamp(sqlite3* db, int64_t& stamp);
+    static bool ReadStamp(APDatabase& db, int64_t& stamp);
     // Null on a failed read, or with `tooMany` set when the store has more than kMaxRows.
     static Rows ReadRows(sqlite3* db, bool& tooMany);
 
