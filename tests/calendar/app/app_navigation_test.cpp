@@ -22,6 +22,7 @@
 #include "day/VtCalendarDayView.h"
 #include "month/VtCalendarMonthView.h"
 #include "week/VtCalendarWeekView.h"
+#include "week/VtCalendarWeekViewHourTable.h"
 
 namespace {
 
@@ -98,16 +99,13 @@ TEST_F(CalendarAppTest, OpeningAndReturning) {
         uint32_t close, back;
     } rows[] = {
         // clang-format off
-        {"settings from the week", 11415, 11200, 11816, kPLMsgSelect, 11810, 11400, 14, 11402,
-         11200},
-        {"form from the day's options", 11416, 11300, 11811, kPLMsgSelect, 11810, 11500, 9, 11526,
-         11300},
+        {"settings from the week", 11415, 11200, 11816, kPLMsgSelect, 11810, 11400, 14, 11402, 11200},
+        {"form from the day's options", 11416, 11300, 11811, kPLMsgSelect, 11810, 11500, 9, 11526, 11300},
         {"form asked for by the day", 11416, 11300, 0, kPLMsgUp, 11300, 11500, 14, 11526, 11300},
         // The form stores nothing yet: save must not take it off the screen.
         {"failed save keeps the form", 11416, 11300, 0, kPLMsgUp, 11300, 11500, 14, 11525, 11500},
         {"day asked for by the month", 11414, 11100, 0, kPLMsgUp, 11100, 11300, 9, 0, 11300},
-        {"an unknown default view starts in the month", 12345, 11100, 0, kPLMsgUp, 11100, 11300, 9,
-         0, 11300},
+        {"an unknown default view starts in the month", 12345, 11100, 0, kPLMsgUp, 11100, 11300, 9, 0, 11300},
         {"day asked for by the week's hours", 11415, 11200, 0, kPLMsgUp, 11207, 11300, 9, 0, 11300},
         // clang-format on
     };
@@ -149,8 +147,7 @@ TEST_F(CalendarAppTest, FirstWeekdayIsTheStoredOptionLess11423In16Bits) {
         uint16_t weekday;
     } rows[] = {
         // clang-format off
-        {"sunday", 11424, 1}, {"saturday", 11430, 7}, {"one below", 11423, 0}, {"one above", 11431,
-         8},
+        {"sunday", 11424, 1}, {"saturday", 11430, 7}, {"one below", 11423, 0}, {"one above", 11431, 8},
         {"zero wraps", 0, uint16_t(0 - 11423)},
         // clang-format on
     };
@@ -183,6 +180,8 @@ TEST_F(CalendarAppTest, StartUpPurgesOnlyWithReadableSettings) {
     EXPECT_TRUE(Stored(recent));
 }
 
+// Each flagged view reloads, made first when it was not there; a shown week starts on the new
+// first weekday only when it is flagged.
 TEST_F(CalendarAppTest, SettingsChangesReloadExactlyTheFlaggedViews) {
     const struct {
         const char* name;
@@ -193,18 +192,29 @@ TEST_F(CalendarAppTest, SettingsChangesReloadExactlyTheFlaggedViews) {
         {"week", 2, false, true, false},      {"day", 4, false, false, true},
         {"all three", 7, true, true, true},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        WriteSettings(11414, 11424, 8);
-        ASSERT_TRUE(StartApp());
-        ASSERT_EQ(app->MonthView()->GetModel().GetStartWeekday(), 1);
-        WriteSettings(11414, 11425, 6);
-        Send(kPLMsgValue, 11400, row.flags);
-        EXPECT_EQ(app->MonthView()->GetModel().GetStartWeekday(), row.monthReloaded ? 2 : 1);
-        EXPECT_EQ(app->HasWeekView(), row.weekMade);
-        EXPECT_EQ(app->HasDayView(), row.dayMade);
-        EXPECT_EQ(g_selectTime.GetHour(), 6);
-        StopApp();
+    for (const int32_t shown : {11414, 11415}) {
+        for (const auto& row : rows) {
+            SCOPED_TRACE(std::string(row.name) + (shown == 11415 ? ", week shown" : ""));
+            WriteSettings(shown, 11424, 8);
+            ASSERT_TRUE(StartApp());
+            WriteSettings(shown, 11425, 6);
+            if (shown == 11414) {
+                ASSERT_EQ(app->MonthView()->GetModel().GetStartWeekday(), 1);
+            }
+            Send(kPLMsgValue, 11400, row.flags);
+            if (shown == 11414) {
+                EXPECT_EQ(app->MonthView()->GetModel().GetStartWeekday(),
+                          row.monthReloaded ? 2 : 1);
+                EXPECT_EQ(app->HasWeekView(), row.weekMade);
+            } else {
+                const PLDate start(2026, 11, row.weekMade ? 16 : 15);
+                EXPECT_EQ(app->WeekView()->GetWeekStart(), start);
+                EXPECT_EQ(app->WeekView()->GetTable()->GetModel().GetWeekStart(), start);
+            }
+            EXPECT_EQ(app->HasDayView(), row.dayMade);
+            EXPECT_EQ(g_selectTime.GetHour(), 6);
+            StopApp();
+        }
     }
 }
 

@@ -3,6 +3,7 @@
 // and the daemon alarm's time, flags and rule text.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -52,6 +53,27 @@ AP_ALERT_CONTEXT AlarmOf(const _EventRecInfo& record) {
     return alarm;
 }
 
+// The form's input for what calendar-ctl was told: "--start"/"--end" as "YYYY-MM-DD[ HH:MM]".
+VtCalendarFormInput FormInputOf(const std::vector<std::string>& words, uint32_t alarm) {
+    VtCalendarFormInput input;
+    for (size_t i = 0; i < words.size(); ++i) {
+        int y = 0, mo = 0, d = 0, h = 0, mi = 0;
+        const bool start = words[i] == "--start";
+        if ((start || words[i] == "--end") && i + 1 < words.size()) {
+            std::sscanf(words[i + 1].c_str(), "%d-%d-%d %d:%d", &y, &mo, &d, &h, &mi);
+            (start ? input.startDate : input.endDate) = PLDate(y, mo, d);
+            (start ? input.startTime : input.endTime) = PLTime(h, mi, 0);
+        }
+        input.allDay = input.allDay || words[i] == "--all-day";
+    }
+    input.location = "Clinic";
+    input.notes = "Line";
+    input.colour = 11548;
+    input.classChoice = 11562;
+    input.alarmChoice = alarm;
+    return input;
+}
+
 TEST(CtlSameBytes, ShellAndFormStoreTheSameEvent) {
     if (!std::filesystem::exists(kCtl)) {
         GTEST_SKIP() << "calendar-ctl is not built";
@@ -60,75 +82,28 @@ TEST(CtlSameBytes, ShellAndFormStoreTheSameEvent) {
     for (int i = 0; i < 250; ++i) {
         longChinese += "\xE7\x89\x99";
     }
+    const std::string hour = "2026-11-21 10:00";
+    // clang-format off
     const struct {
         const char* name;
         std::vector<std::string> ctl;
-        bool allDay;
-        PLDate start;
-        PLTime startTime;
-        PLDate end;
-        PLTime endTime;
         uint32_t alarm;
         const char* subject;
     } rows[] = {
-        {"timed with an alarm",
-         {"--start", "2026-11-21 10:00", "--end", "2026-11-21 11:30", "--alarm", "11535"},
-         false,
-         {2026, 11, 21},
-         {10, 0, 0},
-         {2026, 11, 21},
-         {11, 30, 0},
-         11535,
-         "Dentist"},
+        {"timed with an alarm", {"--start", hour, "--end", "2026-11-21 11:30", "--alarm", "11535"},
+         11535, "Dentist"},
         {"all-day with a day's notice",
-         {"--all-day", "--start", "2026-11-21", "--end", "2026-11-22", "--alarm", "11540"},
-         true,
-         {2026, 11, 21},
-         {0, 0, 0},
-         {2026, 11, 22},
-         {0, 0, 0},
-         11540,
-         "Dentist"},
-        {"weekly from a saturday",
-         {"--start", "2026-11-21 18:00", "--end", "2026-11-21 19:00", "--repeat", "weekly:2,5",
-          "--count", "4", "--alarm", "11533"},
-         false,
-         {2026, 11, 21},
-         {18, 0, 0},
-         {2026, 11, 21},
-         {19, 0, 0},
-         11533,
-         "Dentist"},
-        {"yearly second sunday of may",
-         {"--start", "2025-01-01 08:00", "--end", "2025-01-01 09:00", "--repeat", "yearly:5/2/1",
-          "--alarm", "11537"},
-         false,
-         {2025, 1, 1},
-         {8, 0, 0},
-         {2025, 1, 1},
-         {9, 0, 0},
-         11537,
-         "Dentist"},
-        {"monthly on the 31st",
-         {"--start", "2026-11-10 08:00", "--end", "2026-11-10 09:00", "--repeat", "monthly:31",
-          "--count", "3"},
-         false,
-         {2026, 11, 10},
-         {8, 0, 0},
-         {2026, 11, 10},
-         {9, 0, 0},
-         kAlarmNone,
-         "Dentist"},
-        {"overlong chinese subject",
-         {"--start", "2026-11-21 10:00", "--end", "2026-11-21 11:00"},
-         false,
-         {2026, 11, 21},
-         {10, 0, 0},
-         {2026, 11, 21},
-         {11, 0, 0},
-         kAlarmNone,
+         {"--all-day", "--start", "2026-11-21", "--end", "2026-11-22", "--alarm", "11540"}, 11540, "Dentist"},
+        {"weekly from a saturday", {"--start", "2026-11-21 18:00", "--end", "2026-11-21 19:00",
+          "--repeat", "weekly:2,5", "--count", "4", "--alarm", "11533"}, 11533, "Dentist"},
+        {"yearly second sunday of may", {"--start", "2025-01-01 08:00", "--end", "2025-01-01 09:00",
+          "--repeat", "yearly:5/2/1", "--alarm", "11537"}, 11537, "Dentist"},
+        {"monthly on the 31st", {"--start", "2026-11-10 08:00", "--end", "2026-11-10 09:00",
+          "--repeat", "monthly:31", "--count", "3"}, kAlarmNone, "Dentist"},
+        {"overlong chinese subject", {"--start", hour, "--end", "2026-11-21 11:00"}, kAlarmNone,
          longChinese.c_str()},
     };
+    // clang-format on
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         const ScratchRoot root;
@@ -143,18 +118,8 @@ TEST(CtlSameBytes, ShellAndFormStoreTheSameEvent) {
         // The rule as the editor hands it over: the values the shell computed for it.
         saver.SetRecurrence(shell.recurValueA, shell.recurValueB, shell.lastStamp,
                             shell.recurValueC, shell.recurKind);
-        VtCalendarFormInput input;
+        VtCalendarFormInput input = FormInputOf(row.ctl, row.alarm);
         input.subject = row.subject;
-        input.location = "Clinic";
-        input.notes = "Line";
-        input.allDay = row.allDay;
-        input.startDate = row.start;
-        input.startTime = row.startTime;
-        input.endDate = row.end;
-        input.endTime = row.endTime;
-        input.colour = 11548;
-        input.classChoice = 11562;
-        input.alarmChoice = row.alarm;
         ASSERT_EQ(saver.Save(input), VtCalendarSaveResult::Saved);
         _EventRecInfo form = Stored(saver.GetRecord().id);
 

@@ -82,8 +82,7 @@ TEST_F(EventSaverTest, EachKindOfEventAndAlarm) {
         {"all-day, a day before", true, kRecurNone, 0, 0, 0, 11540, Stamp(2026, 11, 25),
          Stamp(2026, 11, 25, 23, 59, 59), 0, Stamp(2026, 11, 24), 1, 3, "BYHOUR=0;BYMINUTE=0"},
         {"daily, an hour before", false, kRecurDaily, 2, 0, 5, 11537, Stamp(2026, 11, 25, 10),
-         Stamp(2026, 11, 25, 11), Stamp(2026, 12, 3, 10), Stamp(2026, 11, 25, 9), 1, 2,
-         "FREQ=DAILY"},
+         Stamp(2026, 11, 25, 11), Stamp(2026, 12, 3, 10), Stamp(2026, 11, 25, 9), 1, 2, "FREQ=DAILY"},
         {"weekly on fridays moves to friday", false, kRecurWeekly, 1, 1 << 5, 4, 11533,
          Stamp(2026, 11, 27, 10), Stamp(2026, 11, 27, 11), Stamp(2026, 12, 18, 10),
          Stamp(2026, 11, 27, 9, 55), 5, 1, "FREQ=WEEKLY"},
@@ -173,22 +172,6 @@ TEST_F(EventSaverTest, EditingAStoredEvent) {
     _EventAlertInfo gone{};
     EXPECT_EQ(APEventAlertDB().GetEventAlertInfo(stored.alertInfoId, &gone), 0);
     EXPECT_FALSE(APAlertDB_GetAlert(daemonId, &alarm));
-}
-
-TEST_F(EventSaverTest, ImpossibleStoredFieldsLoadAsDefaults) {
-    _EventRecInfo record;
-    InitEventRecInfo(&record);
-    record.id = 7;
-    record.colour = 0;
-    record.classChoice = 99;
-    record.recurKind = 3;
-    record.alertInfoId = 41;  // no alert record has it
-    VtCalendarEventSaver saver;
-    EXPECT_EQ(saver.Load(record), kAlarmNone);
-    EXPECT_EQ(saver.GetRecord().colour, 11544u);
-    EXPECT_EQ(saver.GetRecord().classChoice, 11561u);
-    EXPECT_EQ(saver.GetRecord().alertInfoId, 0) << "a dangling alert id is dropped";
-    EXPECT_EQ(saver.GetRecord().recurKind, 3) << "the rule is the editors' business";
 }
 
 TEST_F(EventSaverTest, RefusedSavesStoreNothing) {

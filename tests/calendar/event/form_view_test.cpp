@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -138,67 +139,52 @@ TEST_F(FormViewTest, ChangedControls) {
     sameWeekly.lastStamp = stored.lastStamp;
     sameWeekly.count = stored.recurValueC;
     sameWeekly.kind = stored.recurKind;
+    auto rule = [](const _RecurInfo& setting, uint32_t sender) {
+        return [setting, sender](VtCalendarNewEventView& f) {
+            VtCalendarSetRecurMsg message(sender, setting, kRecurMessageID, kPLWildcard);
+            f.Listen(&message);
+        };
+    };
+    using Change = std::function<void(VtCalendarNewEventView&)>;
     const struct {
         const char* name;
-        void (*change)(VtCalendarNewEventView&, const _RecurInfo&, const _RecurInfo&);
+        std::vector<Change> changes;
         std::vector<uint32_t> changed;
     } rows[] = {
-        {"nothing", [](VtCalendarNewEventView&, const _RecurInfo&, const _RecurInfo&) {}, {}},
-        {"subject typed",
-         [](VtCalendarNewEventView& f, const _RecurInfo&, const _RecurInfo&) {
-             Type(f, kFormSubject, "Plan");
-         },
-         {kFormSubject}},
+        {"nothing", {}, {}},
+        {"subject typed", {[](auto& f) { Type(f, kFormSubject, "Plan"); }}, {kFormSubject}},
         {"subject typed back",
-         [](VtCalendarNewEventView& f, const _RecurInfo&, const _RecurInfo&) {
-             Type(f, kFormSubject, "Plan");
-             Type(f, kFormSubject, "Planning");
-         },
+         {[](auto& f) { Type(f, kFormSubject, "Plan"); },
+          [](auto& f) { Type(f, kFormSubject, "Planning"); }},
          {}},
         {"notes and location",
-         [](VtCalendarNewEventView& f, const _RecurInfo&, const _RecurInfo&) {
-             Type(f, kFormNotes, "Agenda");
-             Type(f, kFormLocation, "Room 2");
-         },
+         {[](auto& f) { Type(f, kFormNotes, "Agenda"); },
+          [](auto& f) { Type(f, kFormLocation, "Room 2"); }},
          {kFormNotes, kFormLocation}},
         {"colour chosen and chosen back",
-         [](VtCalendarNewEventView& f, const _RecurInfo&, const _RecurInfo&) {
-             Choose(f, kFormColour, 11545);
-             Choose(f, kFormColour, 11550);
-         },
+         {[](auto& f) { Choose(f, kFormColour, 11545); },
+          [](auto& f) { Choose(f, kFormColour, 11550); }},
          {}},
         {"alarm and class",
-         [](VtCalendarNewEventView& f, const _RecurInfo&, const _RecurInfo&) {
-             Choose(f, kFormAlarm, kAlarmNone);
-             Choose(f, kFormClass, 11563);
-         },
+         {[](auto& f) { Choose(f, kFormAlarm, kAlarmNone); },
+          [](auto& f) { Choose(f, kFormClass, 11563); }},
          {kFormAlarm, kFormClass}},
         {"all-day switched",
-         [](VtCalendarNewEventView& f, const _RecurInfo&, const _RecurInfo&) {
+         {[](auto& f) {
              Control<VtCheckbox>(f, kFormAllDay)->SetOnState(1, false);
              Send(f, kPLMsgControl, kFormAllDay, 1);
-         },
+         }},
          {kFormAllDay}},
-        {"another rule",
-         [](VtCalendarNewEventView& f, const _RecurInfo& other, const _RecurInfo&) {
-             VtCalendarSetRecurMsg message(11630, other, kRecurMessageID, kPLWildcard);
-             f.Listen(&message);
-         },
-         {kFormRepeat}},
-        {"the same rule again",
-         [](VtCalendarNewEventView& f, const _RecurInfo& other, const _RecurInfo& same) {
-             VtCalendarSetRecurMsg first(11630, other, kRecurMessageID, kPLWildcard);
-             f.Listen(&first);
-             VtCalendarSetRecurMsg back(11660, same, kRecurMessageID, kPLWildcard);
-             f.Listen(&back);
-         },
-         {}},
+        {"another rule", {rule(daily, 11630)}, {kFormRepeat}},
+        {"the same rule again", {rule(daily, 11630), rule(sameWeekly, 11660)}, {}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         auto form = MakeForm(kEditEventViewID);
         form->Prepare(&stored);
-        row.change(*form, daily, sameWeekly);
+        for (const Change& change : row.changes) {
+            change(*form);
+        }
         const std::vector<uint32_t> changed(form->GetChangedControls().begin(),
                                             form->GetChangedControls().end());
         EXPECT_EQ(changed, row.changed);

@@ -22,14 +22,11 @@ TEST(SetupMapping, MenuIndexesOfStoredValues) {
         size_t index;
     } rows[] = {
         // clang-format off
-        {"month view", DefaultViewMenuIndex, 11414, 1}, {"day view", DefaultViewMenuIndex, 11416,
-         3},
+        {"month view", DefaultViewMenuIndex, 11414, 1}, {"day view", DefaultViewMenuIndex, 11416, 3},
         {"unknown view", DefaultViewMenuIndex, 11417, 0},
         {"sunday is the last weekday entry", FirstWeekdayMenuIndex, 11424, 7},
-        {"monday is the first", FirstWeekdayMenuIndex, 11425, 1}, {"saturday",
-         FirstWeekdayMenuIndex, 11430, 6},
-        {"weekday above", FirstWeekdayMenuIndex, 11431, 0}, {"weekday below", FirstWeekdayMenuIndex,
-         11423, 0},
+        {"monday is the first", FirstWeekdayMenuIndex, 11425, 1}, {"saturday", FirstWeekdayMenuIndex, 11430, 6},
+        {"weekday above", FirstWeekdayMenuIndex, 11431, 0}, {"weekday below", FirstWeekdayMenuIndex, 11423, 0},
         {"one week", KeepTimeMenuIndex, 11452, 1}, {"keep everything", KeepTimeMenuIndex, 11457, 6},
         {"keep time below", KeepTimeMenuIndex, 11451, 0},
         // clang-format on
@@ -95,11 +92,9 @@ TEST(SetupView, SavesWhatTheControlsShow) {
     } rows[] = {
         // clang-format off
         {"saved untouched", {11415, 11424, 6, 11453, 1}, 0, {11415, 11424, 6, 11453, 1}, 0},
-        {"another default view alone", {11414, 11426, 8, 11457, 0}, 11416,
-         {11416, 11426, 8, 11457, 0}, 0},
+        {"another default view alone", {11414, 11426, 8, 11457, 0}, 11416, {11416, 11426, 8, 11457, 0}, 0},
         // Keep time and lunar flag had no entry: saved as their defaults, both count as changes.
-        {"invalid stored fields", {11414, 11424, 8, 99, 2}, 11416, {11416, 11424, 8, 11457, 0},
-         1 | 2 | 4},
+        {"invalid stored fields", {11414, 11424, 8, 99, 2}, 11416, {11416, 11424, 8, 11457, 0}, 1 | 2 | 4},
         // clang-format on
     };
     // The view on a scratch device root; it hears its own "valu" through a recording listener.

@@ -1,6 +1,5 @@
 // The week view and its hour table on a scratch device root with a pinned clock: the keys and
-// their limits, the pen, the header after a reload, the scroll to the start of the day, and the
-// application reloading the week view when the settings flag it.
+// their limits, the pen, the header after a reload and the scroll to the start of the day.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -11,10 +10,8 @@
 #include "APEventRec.h"
 #include "APGetStr.h"
 #include "PLClock.h"
-#include "PLEventDispatcher.h"
 #include "PLMessage.h"
 #include "VtScrollContainer.h"
-#include "app/VtCalendarApp.h"
 #include "app/VtCalendarGlobals.h"
 #include "calendar/calendar_support.h"
 #include "week/VtCalendarWeekView.h"
@@ -165,42 +162,6 @@ TEST_F(WeekTest, TheDeleteEntryNeedsEvents) {
     view->Reload(0);
     EXPECT_TRUE(view->HasEvents());
     EXPECT_TRUE(view->GetOptionsMenu()->FindItem(11815)->IsEnabled());
-}
-
-// The application reloads the week view when the settings say that the week changed (flag 2).
-TEST_F(WeekTest, SettingsFlaggedForTheWeekReloadIt) {
-    const struct {
-        const char* name;
-        uint32_t flags;
-        PLDate weekStart;
-    } rows[] = {
-        {"week flagged", 2, D(2026, 11, 16)},
-        {"all flagged", 7, D(2026, 11, 16)},
-        {"month only", 1, D(2026, 11, 15)},
-        {"nothing flagged", 0, D(2026, 11, 15)},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        APCONFIG_CALENDAR_S config{11415, 11424, 8, 11457};
-        ASSERT_EQ(APConfigCalendar_Write(&config) & 0xFF, 1);
-        auto app = std::make_unique<VtCalendarApp>();
-        app->Initialize();
-        PLAppContext::GetInstance()->SetApplication(app.get());
-        ASSERT_TRUE(app->Startup());
-        ASSERT_EQ(app->WeekView()->GetWeekStart(), D(2026, 11, 15));
-
-        config.startWeekDay = 11425;
-        ASSERT_EQ(APConfigCalendar_Write(&config) & 0xFF, 1);
-        PLMessage changed(kPLMsgValue, 11400, row.flags, kEmptyString, kEmptyString);
-        app->Listen(&changed);
-        EXPECT_EQ(app->WeekView()->GetWeekStart(), row.weekStart);
-        EXPECT_EQ(app->WeekView()->GetTable()->GetModel().GetWeekStart(), row.weekStart);
-
-        app->Cleanup();
-        PLAppContext::GetInstance()->SetApplication(nullptr);
-        app.reset();
-        PLAppContext::ResetInstance();
-    }
 }
 
 }  // namespace

@@ -154,17 +154,6 @@ TEST(ScriptParser, RefusesMistakesWithAReason) {
     }
 }
 
-TEST(ScriptParser, SkipsBlankAndCommentLines) {
-    for (const char* line : {"", "   ", "\t\r", "# a comment", "   # indented comment"}) {
-        SCOPED_TRACE(line);
-        PLHostScriptCommand command;
-        bool isCommand = true;
-        std::string error;
-        EXPECT_TRUE(PLHostScript::ParseLine(line, 3, command, isCommand, error));
-        EXPECT_FALSE(isCommand);
-    }
-}
-
 struct ScriptRow {
     const char* name;
     const char* script;
@@ -175,6 +164,7 @@ struct ScriptRow {
 const ScriptRow kScriptRows[] = {
     {"Empty", "", {}, 0},
     {"CommentsOnly", "# one\n\n# two\n", {}, 0},
+    {"BlankAndIndentedLines", "   \n\t\r\n   # indented comment\ntap 1 1\n", {4}, 0},
     {"LinesCountComments", "# head\ntap 1 1\n\nkey ok\n", {2, 4}, 0},
     {"CrLfEndings", "tap 1 1\r\n# c\r\nkey ok\r\n", {1, 3}, 0},
     {"NoFinalNewline", "tap 1 1\nwait 5", {1, 2}, 0},

@@ -62,22 +62,18 @@ TEST_F(AlarmDaemonTest, BuildersWriteRulesThatRingWhenMeant) {
     const std::vector<RuleRow> rows = {
         {"daily_count", "UTC", B::kDaily, 2, 0, 0, 5, 0, 20250310, 9, 30,
          {20250310, 20250312, 20250314, 20250316, 20250318}},
-        {"workdays_until", "UTC", B::kWorkdays, 0, 0, 0, -1, 20250314, 20250313, 8, 0,
-         {20250313, 20250314}},
+        {"workdays_until", "UTC", B::kWorkdays, 0, 0, 0, -1, 20250314, 20250313, 8, 0, {20250313, 20250314}},
         // Mask bits: Sunday 6 .. Saturday 0; bit 7 is ignored. Weeks start on Sunday.
-        {"weekly_every_second", "UTC", B::kWeekly, 2, 0x28 | 0x80, 0, 0xFFFFF, 20301231, 20250310,
-         7, 15, 
+        {"weekly_every_second", "UTC", B::kWeekly, 2, 0x28 | 0x80, 0, 0xFFFFF, 20301231, 20250310, 7, 15,
          {20250310, 20250312, 20250324, 20250326, 20250407, 20250409}},
-        {"monthly_day", "UTC", B::kMonthDay, 1, 15, 0, 3, 0, 20250315, 12, 0,
-         {20250315, 20250415, 20250515}},
+        {"monthly_day", "UTC", B::kMonthDay, 1, 15, 0, 3, 0, 20250315, 12, 0, {20250315, 20250415, 20250515}},
         // Weekdays in the daemon's numbering: 3 Tuesday, 7 Friday, 5 Sunday.
         {"monthly_second_tuesday", "UTC", B::kMonthNth, 1, 2, 3, 3, 0, 20250311, 6, 0,
          {20250311, 20250408, 20250513}},
         {"monthly_last_friday", "UTC", B::kMonthNth, 1, -1, 7, 3, 0, 20250328, 6, 0,
          {20250328, 20250425, 20250530}},
         {"yearly_day", "UTC", B::kYearDay, 6, 15, 0, 2, 0, 20250615, 10, 0, {20250615, 20260615}},
-        {"yearly_second_sunday", "UTC", B::kYearNth, 5, 2, 5, 2, 0, 20250511, 10, 0,
-         {20250511, 20260510}},
+        {"yearly_second_sunday", "UTC", B::kYearNth, 5, 2, 5, 2, 0, 20250511, 10, 0, {20250511, 20260510}},
         // East of Greenwich a morning alarm on the 1st rings on the last day of the month before
         // in UTC; the rings still fall on the local 1st.
         {"monthly_first_east", "Asia/Tokyo", B::kMonthDay, 1, 1, 0, 3, 0, 20250401, 8, 0,
@@ -92,8 +88,7 @@ TEST_F(AlarmDaemonTest, BuildersWriteRulesThatRingWhenMeant) {
         {"window_before_the_end", "UTC", B::kDaily, 1, 0, 0, 0xFFFFF, 20301231, 20250101, 9, 0,
          {20301231}, 20301230},
         {"no_rule_rings_once", "UTC", B::kDaily, 1, 0, 0, 0, 0, 20250101, 9, 0, {20250101}, 0, ""},
-        {"not_a_rule", "UTC", B::kDaily, 1, 0, 0, 0, 0, 20250101, 9, 0, {}, 0,
-         "FREQ=SOMETIMES;BYDAY=XX"},
+        {"not_a_rule", "UTC", B::kDaily, 1, 0, 0, 0, 0, 20250101, 9, 0, {}, 0, "FREQ=SOMETIMES;BYDAY=XX"},
         {"rule_without_nul", "UTC", B::kDaily, 1, 0, 0, 0, 0, 20250101, 9, 0, {}, 0, full.c_str()},
         {"daily_interval_zero", "UTC", B::kDaily, 0, 0, 0, 5, 0, 0, 0, 0, {}},
         {"weekly_no_day", "UTC", B::kWeekly, 1, 0x80, 0, 5, 0, 0, 0, 0, {}},

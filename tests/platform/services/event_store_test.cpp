@@ -244,10 +244,8 @@ TEST_F(EventStoreTest, DayQueryExpandsEveryKindLikeTheMonthView) {
         {"kind_3_is_single", 3, 1, 0, 20250310, 9, 1, kFar, 20250311, 0},
         {"kind_3_own_day", 3, 1, 0, 20250310, 9, 1, kFar, 20250310, 1, 20250310},
         // Occurrences longer than a day are found from the days they cover.
-        {"weekly_two_day_occurrence", 2, 1, 0x02, 20250303, 22, 12, kFar, 20250311, 1, 20250310,
-         20250311},
-        {"daily_three_day_occurrences", 1, 1, 0, 20250303, 10, 50, kFar, 20250311, 3, 20250309,
-         20250311},
+        {"weekly_two_day_occurrence", 2, 1, 0x02, 20250303, 22, 12, kFar, 20250311, 1, 20250310, 20250311},
+        {"daily_three_day_occurrences", 1, 1, 0, 20250303, 10, 50, kFar, 20250311, 3, 20250309, 20250311},
         // An end at exactly midnight does not touch the day that begins then.
         {"midnight_end_not_next_day", -1, 0, 0, 20250310, 22, 2, 0, 20250311, 0},
         {"midnight_end_one_day", -1, 0, 0, 20250310, 22, 2, 0, 20250310, 1, 20250310},

@@ -62,29 +62,18 @@ std::vector<ExportCase> ExportCases() {
     std::vector<ExportCase> cases;
     const long limit = At(20301231, 23, 59, 59);
     // A lead of 90 minutes stays in minutes; a day's lead is kept in days.
+    // clang-format off
     ExportCase plain{"timed_single_business_alarm_90_minutes",
                      TimedEvent("Dentist", UtcAt(20260315, 9), UtcAt(20260315, 10, 30)),
-                     "20260315T090000Z",
-                     "20260315T103000Z",
-                     "",
-                     "20260315T073000Z",
-                     "BUSINESS",
-                     5400,
-                     90,
-                     1};
+                     "20260315T090000Z", "20260315T103000Z", "", "20260315T073000Z", "BUSINESS", 5400, 90, 1};
+    // clang-format on
     SetText(plain.record.location, "Main Street 4");
     SetText(plain.record.notes, "Bring the card");
     plain.record.classChoice = 11560;
-    ExportCase allDay{"all_day_two_days_holiday_alarm_a_day_before",
-                      AllDayEvent("Spring break", 20260315, 2),
-                      "20260315T000000",
-                      "20260316T235900",
-                      "",
-                      "20260314T000000Z",
-                      "HOLIDAY",
-                      86400,
-                      1,
-                      3};
+    // clang-format off
+    ExportCase allDay{"all_day_two_days_holiday_alarm_a_day_before", AllDayEvent("Spring break", 20260315, 2),
+                      "20260315T000000", "20260316T235900", "", "20260314T000000Z", "HOLIDAY", 86400, 1, 3};
+    // clang-format on
     allDay.record.classChoice = 11562;
     plain.record.alarm = allDay.record.alarm = 1;
     cases.insert(cases.end(), {plain, allDay});
@@ -296,32 +285,25 @@ TEST_F(VCalendarTest, MalformedOrUnholdableInputIsReportedByLine) {
         {"bad_date", Calendar(Event("DTSTART:2026-03-15\r\n")), 5, "bad date-time"},
         {"month_13", Calendar(Event("DTSTART:20261315T090000Z\r\n")), 5, "bad date-time"},
         {"no_start", Calendar(Event("LOCATION:x\r\n")), 3, "no DTSTART"},
-        {"end_before_start", Calendar(Event(start + "DTEND:20260314T090000Z\r\n")), 3,
-         "before DTSTART"},
-        {"yearly_by_day_of_year", Calendar(Event(start + "RRULE:YD1 100 #0\r\n")), 6,
-         "cannot be held"},
+        {"end_before_start", Calendar(Event(start + "DTEND:20260314T090000Z\r\n")), 3, "before DTSTART"},
+        {"yearly_by_day_of_year", Calendar(Event(start + "RRULE:YD1 100 #0\r\n")), 6, "cannot be held"},
         {"last_day_of_month", Calendar(Event(start + "RRULE:MD1 LD #0\r\n")), 6, "cannot be held"},
-        {"two_weekdays_by_position", Calendar(Event(start + "RRULE:MP1 2+ MO TU #0\r\n")), 6,
-         "cannot be held"},
+        {"two_weekdays_by_position", Calendar(Event(start + "RRULE:MP1 2+ MO TU #0\r\n")), 6, "cannot be held"},
         {"second_last_week", Calendar(Event(start + "RRULE:MP1 2- MO #0\r\n")), 6, "week position"},
-        {"times_in_daily_rule", Calendar(Event(start + "RRULE:D1 0800 1200 #5\r\n")), 6,
-         "cannot be held"},
+        {"times_in_daily_rule", Calendar(Event(start + "RRULE:D1 0800 1200 #5\r\n")), 6, "cannot be held"},
         {"interval_zero", Calendar(Event(start + "RRULE:D0 #5\r\n")), 6, "bad frequency"},
         {"every_second_year", Calendar(Event(start + "RRULE:YM2 6 #0\r\n")), 6, "every year"},
         {"excluded_dates", Calendar(Event(start + "EXDATE:20260316T090000Z\r\n")), 6, "EXDATE"},
-        {"bad_quoted_printable",
-         Calendar(Event(start + "LOCATION;ENCODING=QUOTED-PRINTABLE:a=ZZ\r\n")), 6,
+        {"bad_quoted_printable", Calendar(Event(start + "LOCATION;ENCODING=QUOTED-PRINTABLE:a=ZZ\r\n")), 6,
          "quoted-printable"},
         {"not_a_property", Calendar(Event(start + "garbage line\r\n")), 6, "not a property"},
         {"missing_end", Calendar("BEGIN:VEVENT\r\n" + start), 3, "without END:VEVENT"},
-        {"ics_hourly", Calendar(Event(start + "RRULE:FREQ=HOURLY\r\n"), "2.0"), 3,
-         "cannot be held"},
+        {"ics_hourly", Calendar(Event(start + "RRULE:FREQ=HOURLY\r\n"), "2.0"), 3, "cannot be held"},
         {"ics_every_second_year",
          Calendar(Event(start + "RRULE:FREQ=YEARLY;INTERVAL=2\r\n"), "2.0"), 3, "every year"},
         {"ics_last_day_of_month",
          Calendar(Event(start + "RRULE:FREQ=MONTHLY;BYMONTHDAY=-1\r\n"), "2.0"), 3, "from the end"},
-        {"ics_two_rules",
-         Calendar(Event(start + "RRULE:FREQ=DAILY\r\nRRULE:FREQ=WEEKLY\r\n"), "2.0"), 3,
+        {"ics_two_rules", Calendar(Event(start + "RRULE:FREQ=DAILY\r\nRRULE:FREQ=WEEKLY\r\n"), "2.0"), 3,
          "more than one RRULE"},
         {"ics_begin_line_with_a_stray_carriage_return",
          Calendar("BEGIN:VEVENT\rX\r\nLOCATION:x\r\nEND:VEVENT\r\n", "2.0"), 3, "no DTSTART"},

@@ -50,12 +50,9 @@ TEST(PLBroadcasterTest, ChangesDuringABroadcast) {
         const char* name; std::function<void(Scene&)> arrange; const char *firstLog, *secondLog;
     } rows[] = {
         {"in order of addition", [](Scene&) {}, "abc", "abc"},
-        {"adding twice keeps one", [](Scene& s) { s.broadcaster->AddListener(s.a.get()); }, "abc",
-         "abc"},
-        {"removes itself", [](Scene& s) { s.a->action = [&s] { s.Remove(s.a.get()); }; }, "abc",
-         "bc"},
-        {"removes a later one", [](Scene& s) { s.a->action = [&s] { s.Remove(s.c.get()); }; }, "ab",
-         "ab"},
+        {"adding twice keeps one", [](Scene& s) { s.broadcaster->AddListener(s.a.get()); }, "abc", "abc"},
+        {"removes itself", [](Scene& s) { s.a->action = [&s] { s.Remove(s.a.get()); }; }, "abc", "bc"},
+        {"removes a later one", [](Scene& s) { s.a->action = [&s] { s.Remove(s.c.get()); }; }, "ab", "ab"},
         {"destroys a later one", [](Scene& s) { s.a->action = [&s] { s.b.reset(); }; }, "ac", "ac"},
         {"destroys itself", [](Scene& s) { s.b->action = [&s] { s.b.reset(); }; }, "abc", "ac"},
         {"adds a listener", [](Scene& s) {
@@ -68,8 +65,7 @@ TEST(PLBroadcasterTest, ChangesDuringABroadcast) {
         {"removes and re-adds a later one", [](Scene& s) {
              s.a->action = [&s] { s.Remove(s.c.get()); s.broadcaster->AddListener(s.c.get()); };
          }, "ab", "ab"},
-        {"deletes the broadcaster", [](Scene& s) { s.b->action = [&s] { s.broadcaster.reset(); }; },
-         "ab", ""},
+        {"deletes the broadcaster", [](Scene& s) { s.b->action = [&s] { s.broadcaster.reset(); }; }, "ab", ""},
     };
     // clang-format on
     for (const Row& row : rows) {

@@ -173,8 +173,7 @@ TEST(ResourceWriter, RefusesWhatTheLoaderWouldRefuse) {
         {"surrogate", [](auto& w) { w.AddText(5, "\xED\xA0\x80"); }, "UTF-8"},
         {"empty bitmap", [](auto& w) { w.AddBitmap(5, PLBitmap(0, 3)); }, "outside"},
         {"family without normal", [&](auto& w) { w.AddBitmapFamily(6, missingNormal); }, "normal"},
-        {"family names a missing bitmap", [&](auto& w) { w.AddBitmapFamily(6, unknownBitmap); },
-         "777"},
+        {"family names a missing bitmap", [&](auto& w) { w.AddBitmapFamily(6, unknownBitmap); }, "777"},
     };
     // clang-format on
     for (const Row& row : rows) {
@@ -232,8 +231,7 @@ TEST_F(ResourceFileTest, RefusesEachKindOfDamageWithAClearMessage) {
     const Row rows[] = {
         {"bad magic", [](Bytes& b) { b[0] = 'Q'; }, false, "magic"},
         {"bad version", [](Bytes& b) { Put32(b, 4, 2); }, false, "version 2"},
-        {"checksum mismatch", [](Bytes& b) { b[Slot(b, kText, 10032) + 4] ^= 1; }, false,
-         "checksum"},
+        {"checksum mismatch", [](Bytes& b) { b[Slot(b, kText, 10032) + 4] ^= 1; }, false, "checksum"},
         {"table past the end", [](Bytes& b) { Put32(b, 8, 1000000); }, true, "1000000 entries"},
         {"offset past the end", [](Bytes& b) { Put32(b, Slot(b, kText, 10032) + 12, 0xFFFFFFF0); },
          true, "outside the data"},
@@ -245,15 +243,13 @@ TEST_F(ResourceFileTest, RefusesEachKindOfDamageWithAClearMessage) {
          "expected 40"},
         {"more pixels than its size", [](Bytes& b) { Put32(b, Data(b, kBitmap, 10130), 2); }, true,
          "expected 24"},
-        {"oversized bitmap", [](Bytes& b) { Put32(b, Data(b, kBitmap, 10130), 5000); }, true,
-         "5000x2"},
+        {"oversized bitmap", [](Bytes& b) { Put32(b, Data(b, kBitmap, 10130), 5000); }, true, "5000x2"},
         {"size that overflows 32 bits", [](Bytes& b) {
              Put32(b, Data(b, kBitmap, 10130), 0xFFFFFFFF);
              Put32(b, Data(b, kBitmap, 10130) + 4, 0xFFFFFFFF); }, true, "outside"},
         {"bitmap without size fields", [](Bytes& b) { Put32(b, Slot(b, kBitmap, 10131) + 16, 2); },
          true, "shorter"},
-        {"duplicate entry", [](Bytes& b) { Put32(b, Slot(b, kText, 10942) + 4, 10032); }, true,
-         "duplicate"},
+        {"duplicate entry", [](Bytes& b) { Put32(b, Slot(b, kText, 10942) + 4, 10032); }, true, "duplicate"},
         {"family names a missing bitmap",
          [](Bytes& b) { Put32(b, Data(b, kFamily, 30371) + 4, 9); }, true, "bitmap 9"},
         {"family of the wrong size", [](Bytes& b) { Put32(b, Slot(b, kFamily, 30371) + 16, 4); },
@@ -375,18 +371,15 @@ TEST_F(BitmapPngTest, EveryColourTypeIsReadAsArgbAndDamageIsRefused) {
     struct Row { const char* name; Bytes png; bool loads; uint32_t left, right; };
     const std::vector<Row> rows = {
         {"grey 8-bit", MakePng(2, 1, 8, 0, {0, 0x00, 0x80}), true, 0xFF000000, 0xFF808080},
-        {"grey with alpha", MakePng(2, 1, 8, 4, {0, 0x40, 0x00, 0xFF, 0x7F}), true, 0x00404040,
-         0x7FFFFFFF},
+        {"grey with alpha", MakePng(2, 1, 8, 4, {0, 0x40, 0x00, 0xFF, 0x7F}), true, 0x00404040, 0x7FFFFFFF},
         {"grey 1-bit", MakePng(2, 1, 1, 0, {0, 0x80}), true, 0xFFFFFFFF, 0xFF000000},
-        {"RGB 8-bit", MakePng(2, 1, 8, 2, {0, 1, 2, 3, 250, 251, 252}), true, 0xFF010203,
-         0xFFFAFBFC},
+        {"RGB 8-bit", MakePng(2, 1, 8, 2, {0, 1, 2, 3, 250, 251, 252}), true, 0xFF010203, 0xFFFAFBFC},
         {"RGB 16-bit keeps the high bytes",
          MakePng(2, 1, 16, 2, {0, 0x12, 0, 0x34, 0, 0x56, 0, 0xAB, 0, 0xCD, 0, 0xEF, 0}), true,
          0xFF123456, 0xFFABCDEF},
         {"RGBA", MakePng(2, 1, 8, 6, {0, 9, 8, 7, 0, 1, 2, 3, 200}), true, 0x00090807, 0xC8010203},
         {"palette with transparency",
-         MakePng(2, 1, 8, 3, {0, 1, 0}, {10, 20, 30, 40, 50, 60}, {0x80}), true, 0xFF28323C,
-         0x800A141E},
+         MakePng(2, 1, 8, 3, {0, 1, 0}, {10, 20, 30, 40, 50, 60}, {0x80}), true, 0xFF28323C, 0x800A141E},
         {"missing file", {}, kRefused, 0, 0},
         {"empty file", {}, kRefused, 0, 0},
         {"not a PNG", Bytes{'G', 'I', 'F', '8', '9', 'a', 0, 0, 0, 0}, kRefused, 0, 0},
@@ -466,8 +459,7 @@ TEST_F(ResourceCompilerTest, RefusesBadSourcesWithFileAndLine) {
         {"id not a number", {{"texts.txt", "# c\nabc Month\n"}}, "texts.txt:2:"},
         {"id zero", {{"texts.txt", "0 Zero\n"}}, "texts.txt:1:"},
         {"id too large", {{"texts.txt", "4294967296 Big\n"}}, "texts.txt:1:"},
-        {"duplicate text", {{"texts.txt", "5 a\n\n5 b\n"}},
-         "texts.txt:3: text 5 is already defined"},
+        {"duplicate text", {{"texts.txt", "5 a\n\n5 b\n"}}, "texts.txt:3: text 5 is already defined"},
         {"bad escape", {{"texts.txt", "5 a\\qb\n"}}, "unknown escape"},
         {"trailing backslash", {{"texts.txt", "5 ab\\\n"}}, "backslash ends"},
         {"invalid UTF-8", {{"texts.txt", "5 \xC3(\n"}}, "UTF-8"},
@@ -484,8 +476,7 @@ TEST_F(ResourceCompilerTest, RefusesBadSourcesWithFileAndLine) {
          "required-ids.txt:2: text 10032 is required"},
         {"required bitmap missing", {text, {"required-ids.txt", "bitm 1\n"}}, "bitm 1 is required"},
         {"required family missing", {text, {"required-ids.txt", "bitf 1\n"}}, "bitf 1 is required"},
-        {"required unknown type", {text, {"required-ids.txt", "font 1\n"}},
-         "required-ids.txt:1: 'font'"},
+        {"required unknown type", {text, {"required-ids.txt", "font 1\n"}}, "required-ids.txt:1: 'font'"},
     };
     // clang-format on
     for (const Row& row : rows) {
@@ -563,8 +554,7 @@ TEST_F(CalendarResourceTest, TextsFitTheirControls) {
     // clang-format off
     struct Row { const char* name; std::vector<uint32_t> ids; int maxWidth; };
     const Row rows[] = {
-        {"short weekday names in 26-px buttons", {30532, 30542, 30552, 30562, 30572, 30582, 30592},
-         26},
+        {"short weekday names in 26-px buttons", {30532, 30542, 30552, 30562, 30572, 30582, 30592}, 26},
         {"labels of 70-px radios", {10502, 10652}, 50},
         {"labels of 90- and 105-px radios", {10572, 10592}, 70},
         {"80-px labels", {10582}, 80},

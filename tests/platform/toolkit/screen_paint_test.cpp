@@ -74,8 +74,7 @@ TEST_F(ScreenPaintTest, PanesPaintOnlyWhereTheyAreVisible) {
              parent->SetScrollOffset({10, 0}, false);
              Screen().InvalidateAll();
              Screen().Update(); },
-         {{80, 120, kBlue}, {70, 110, kBlue}, {69, 109, kRed}, {80, 140, kWhite},
-          {120, 120, kWhite}, 
+         {{80, 120, kBlue}, {70, 110, kBlue}, {69, 109, kRed}, {80, 140, kWhite}, {120, 120, kWhite},
           {119, 139, kBlue}, {200, 10, kWhite}}},
         {"a hidden parent hides its children", nested(true, false), {{15, 15, kWhite}}},
         {"a parent not on the screen's root", nested(false, true), {{15, 15, kWhite}}},

@@ -106,8 +106,7 @@ TEST(TextRender, JustificationCentringLengthAndClipPlaceTheLine) {
         {"centre ignores the offset", kPLJustifyCenter, true, {0, 9},
          rect.left + (rect.Width() - width) / 2, centredTop},
         {"not centred: top at offset.v", kPLJustifyLeft, false, {5, 0}, rect.left, rect.top + 5},
-        {"not centred without offset", kPLJustifyRight, false, {0, 0}, rect.right - width,
-         rect.top},
+        {"not centred without offset", kPLJustifyRight, false, {0, 0}, rect.right - width, rect.top},
     };
     // clang-format on
     for (const Row& row : rows) {

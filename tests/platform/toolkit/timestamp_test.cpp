@@ -25,62 +25,24 @@ TEST(PLTimeStampTest, LocalDateAndTimeToStampAcrossZonesAndDaylightSaving) {
         Wall local, utc;
         bool readsBack;
     };
+    // clang-format off
     const Row rows[] = {
         {"london summer", "Europe/London", {2026, 7, 1, 9, 0, 0}, {2026, 7, 1, 8, 0, 0}, true},
-        {"london first summer hour",
-         "Europe/London",
-         {2026, 3, 29, 2, 0, 0},
-         {2026, 3, 29, 1, 0, 0},
-         true},
+        {"london first summer hour", "Europe/London", {2026, 3, 29, 2, 0, 0}, {2026, 3, 29, 1, 0, 0}, true},
         // 01:30 does not exist that day; it is read with the winter offset (= 02:30 summer time).
-        {"london spring gap",
-         "Europe/London",
-         {2026, 3, 29, 1, 30, 0},
-         {2026, 3, 29, 1, 30, 0},
-         false},
-        {"london noon after autumn change",
-         "Europe/London",
-         {2026, 10, 25, 12, 0, 0},
-         {2026, 10, 25, 12, 0, 0},
-         true},
-        {"new york winter",
-         "America/New_York",
-         {2026, 1, 15, 9, 0, 0},
-         {2026, 1, 15, 14, 0, 0},
-         true},
-        {"new york spring gap",
-         "America/New_York",
-         {2026, 3, 8, 2, 30, 0},
-         {2026, 3, 8, 7, 30, 0},
-         false},
-        {"new york midnight of change",
-         "America/New_York",
-         {2026, 11, 1, 0, 0, 0},
-         {2026, 11, 1, 4, 0, 0},
-         true},
-        {"shanghai new year",
-         "Asia/Shanghai",
-         {2027, 1, 1, 0, 0, 0},
-         {2026, 12, 31, 16, 0, 0},
-         true},
+        {"london spring gap", "Europe/London", {2026, 3, 29, 1, 30, 0}, {2026, 3, 29, 1, 30, 0}, false},
+        {"london noon after autumn change", "Europe/London", {2026, 10, 25, 12, 0, 0}, {2026, 10, 25, 12, 0, 0}, true},
+        {"new york winter", "America/New_York", {2026, 1, 15, 9, 0, 0}, {2026, 1, 15, 14, 0, 0}, true},
+        {"new york spring gap", "America/New_York", {2026, 3, 8, 2, 30, 0}, {2026, 3, 8, 7, 30, 0}, false},
+        {"new york midnight of change", "America/New_York", {2026, 11, 1, 0, 0, 0}, {2026, 11, 1, 4, 0, 0}, true},
+        {"shanghai new year", "Asia/Shanghai", {2027, 1, 1, 0, 0, 0}, {2026, 12, 31, 16, 0, 0}, true},
         // Britain kept summer time all year from 1968 to 1971: the first day shown is an hour
         // before the epoch, so its stamp is negative.
-        {"1970 limit in london",
-         "Europe/London",
-         {1970, 1, 1, 0, 0, 0},
-         {1969, 12, 31, 23, 0, 0},
-         true},
-        {"1970 limit in new york",
-         "America/New_York",
-         {1970, 1, 1, 0, 0, 0},
-         {1970, 1, 1, 5, 0, 0},
-         true},
-        {"series limit in shanghai",
-         "Asia/Shanghai",
-         {2030, 12, 31, 23, 59, 59},
-         {2030, 12, 31, 15, 59, 59},
-         true},
+        {"1970 limit in london", "Europe/London", {1970, 1, 1, 0, 0, 0}, {1969, 12, 31, 23, 0, 0}, true},
+        {"1970 limit in new york", "America/New_York", {1970, 1, 1, 0, 0, 0}, {1970, 1, 1, 5, 0, 0}, true},
+        {"series limit in shanghai", "Asia/Shanghai", {2030, 12, 31, 23, 59, 59}, {2030, 12, 31, 15, 59, 59}, true},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         ScopedTZ zone(row.zone);
@@ -147,15 +109,11 @@ TEST(PLTimeStampTest, DateTimeAndNumberText) {
         const char* text;
         unsigned long value;
     };
-    const Number numbers[] = {{"", 0},
-                              {"10", 10},
-                              {"12ab3", 12},
-                              {"abc", 0},
-                              {"-5", 0},
-                              {" 7", 0},
-                              {"4294967295", 4294967295UL},
-                              {"4294967296", 4294967295UL},
+    // clang-format off
+    const Number numbers[] = {{"", 0}, {"10", 10}, {"12ab3", 12}, {"abc", 0}, {"-5", 0}, {" 7", 0},
+                              {"4294967295", 4294967295UL}, {"4294967296", 4294967295UL},
                               {"99999999999999999999999999", 4294967295UL}};
+    // clang-format on
     for (const Number& row : numbers) {
         SCOPED_TRACE(row.text);
         EXPECT_EQ(PLStringToUnsigned(PLBasicString<char>(row.text)), row.value);

@@ -57,50 +57,28 @@ TEST_P(ListModelChecks, CheckedRowsFollowTheMode) {
     }
 }
 
+// clang-format off
 INSTANTIATE_TEST_SUITE_P(
-    Modes, ListModelChecks,
-    ::testing::Values(
-        CheckCase{"one_row_mode_keeps_the_last_checked",
-                  kVtCheckOne,
-                  4,
-                  {{Op::Check, 1, true}, {Op::Check, 3, true}, {Op::Check, 3, false}},
-                  {3}},
-        CheckCase{"one_row_mode_choose_never_clears",
-                  kVtCheckOne,
-                  3,
-                  {{Op::Choose, 2, true}, {Op::Choose, 2, false}},
-                  {2}},
-        CheckCase{"many_rows_mode_keeps_each",
-                  kVtCheckMany,
-                  5,
-                  {{Op::Check, 5, true}, {Op::Check, 1, true}, {Op::Check, 3, true}},
-                  {1, 3, 5}},
-        CheckCase{"many_rows_mode_choose_flips",
-                  kVtCheckMany,
-                  3,
-                  {{Op::Choose, 2, true}, {Op::Choose, 3, true}, {Op::Choose, 2, true}},
-                  {3}},
-        CheckCase{"uncheck_of_an_unchecked_row_changes_nothing",
-                  kVtCheckMany,
-                  3,
-                  {{Op::UnCheck, 2, false}, {Op::Check, 2, true}, {Op::UnCheck, 2, true}},
-                  {}},
-        CheckCase{"row_zero_and_past_the_end_name_no_row",
-                  kVtCheckMany,
-                  3,
-                  {{Op::Check, 0, false},
-                   {Op::Check, 4, false},
-                   {Op::UnCheck, 99, false},
-                   {Op::Choose, 0, false}},
-                  {}},
-        CheckCase{"a_list_without_a_check_mode_checks_nothing",
-                  kVtCheckNone,
-                  3,
-                  {{Op::Check, 1, false}, {Op::Choose, 2, false}},
-                  {}},
+    Modes, ListModelChecks, ::testing::Values(
+        CheckCase{"one_row_mode_keeps_the_last_checked", kVtCheckOne, 4,
+                  {{Op::Check, 1, true}, {Op::Check, 3, true}, {Op::Check, 3, false}}, {3}},
+        CheckCase{"one_row_mode_choose_never_clears", kVtCheckOne, 3,
+                  {{Op::Choose, 2, true}, {Op::Choose, 2, false}}, {2}},
+        CheckCase{"many_rows_mode_keeps_each", kVtCheckMany, 5,
+                  {{Op::Check, 5, true}, {Op::Check, 1, true}, {Op::Check, 3, true}}, {1, 3, 5}},
+        CheckCase{"many_rows_mode_choose_flips", kVtCheckMany, 3,
+                  {{Op::Choose, 2, true}, {Op::Choose, 3, true}, {Op::Choose, 2, true}}, {3}},
+        CheckCase{"uncheck_of_an_unchecked_row_changes_nothing", kVtCheckMany, 3,
+                  {{Op::UnCheck, 2, false}, {Op::Check, 2, true}, {Op::UnCheck, 2, true}}, {}},
+        CheckCase{"row_zero_and_past_the_end_name_no_row", kVtCheckMany, 3,
+                  {{Op::Check, 0, false}, {Op::Check, 4, false}, {Op::UnCheck, 99, false},
+                   {Op::Choose, 0, false}}, {}},
+        CheckCase{"a_list_without_a_check_mode_checks_nothing", kVtCheckNone, 3,
+                  {{Op::Check, 1, false}, {Op::Choose, 2, false}}, {}},
         CheckCase{"an_unknown_mode_checks_nothing", 7, 2, {{Op::Check, 1, false}}, {}},
         CheckCase{"an_empty_list_checks_nothing", kVtCheckOne, 0, {{Op::Check, 1, false}}, {}}),
     [](const ::testing::TestParamInfo<CheckCase>& info) { return std::string(info.param.name); });
+// clang-format on
 
 struct FocusCase {
     const char* name;

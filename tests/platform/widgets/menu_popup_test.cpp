@@ -39,48 +39,25 @@ TEST_P(MenuPopupPlacement, TheBoxOpensWhereThereIsRoom) {
     EXPECT_EQ(popup.GetID(), 11820u) << "the popup carries the menu's id";
 }
 
+constexpr auto kAbove = VtMenuPopup::Placement::Above, kBelow = VtMenuPopup::Placement::Below;
+
+// clang-format off
 INSTANTIATE_TEST_SUITE_P(
-    Placements, MenuPopupPlacement,
-    ::testing::Values(
+    Placements, MenuPopupPlacement, ::testing::Values(
         // The options button of the bottom bar: four entries above it.
-        PlacementCase{"above_the_bottom_bar",
-                      4,
-                      6,
-                      {284, 0, 320, 43},
-                      VtMenuPopup::Placement::Above,
-                      284 - 122,
-                      284},
+        PlacementCase{"above_the_bottom_bar", 4, 6, {284, 0, 320, 43}, kAbove, 284 - 122, 284},
         // Nine entries, six shown.
-        PlacementCase{"six_rows_of_nine",
-                      9,
-                      6,
-                      {284, 43, 320, 197},
-                      VtMenuPopup::Placement::Above,
-                      284 - 182,
-                      284},
+        PlacementCase{"six_rows_of_nine", 9, 6, {284, 43, 320, 197}, kAbove, 284 - 182, 284},
         // Below a control near the bottom there is no room: it opens above.
-        PlacementCase{"flips_above_when_below_is_short",
-                      3,
-                      6,
-                      {280, 10, 300, 100},
-                      VtMenuPopup::Placement::Below,
-                      280 - 92,
-                      280},
+        PlacementCase{"flips_above_when_below_is_short", 3, 6, {280, 10, 300, 100}, kBelow, 280 - 92, 280},
         // Too little room either way: as many rows as fit on the roomier side (five above).
-        PlacementCase{"fewer_rows_on_the_roomier_side",
-                      8,
-                      8,
-                      {200, 10, 230, 100},
-                      VtMenuPopup::Placement::Below,
-                      200 - 152,
-                      200}),
-    [](const ::testing::TestParamInfo<PlacementCase>& info) {
-        return std::string(info.param.name);
-    });
+        PlacementCase{"fewer_rows_on_the_roomier_side", 8, 8, {200, 10, 230, 100}, kBelow, 200 - 152, 200}),
+    [](const ::testing::TestParamInfo<PlacementCase>& info) { return std::string(info.param.name); });
+// clang-format on
 
 TEST(MenuPopup, PointsNameEntriesInsideTheBoxOnly) {
     auto menu = MakeMenu(3, 6);
-    VtMenuPopup popup(*menu, PLRect(100, 20, 130, 120), VtMenuPopup::Placement::Below, false);
+    VtMenuPopup popup(*menu, PLRect(100, 20, 130, 120), kBelow, false);
     const PLRect box = popup.GetBox();
     EXPECT_EQ(popup.EntryAt(PLPoint(box.top + 1, box.left + 5)), 1u);
     EXPECT_EQ(popup.EntryAt(PLPoint(box.top + 1 + 30, box.left + 5)), 2u);
@@ -91,8 +68,7 @@ TEST(MenuPopup, PointsNameEntriesInsideTheBoxOnly) {
 
 TEST(MenuPopup, AMenuWithoutEntriesOpensNothing) {
     auto menu = MakeMenu(0, 6);
-    EXPECT_EQ(VtMenuPopup::Run(*menu, PLRect(284, 0, 320, 43), VtMenuPopup::Placement::Above, true),
-              0u);
+    EXPECT_EQ(VtMenuPopup::Run(*menu, PLRect(284, 0, 320, 43), kAbove, true), 0u);
 }
 
 }  // namespace
