@@ -11,7 +11,6 @@
 #include "APEventAlertDB.h"
 #include "APEventRec.h"
 #include "PLClock.h"
-#include "PLListener.h"
 #include "PLMessage.h"
 #include "PLTimeStamp.h"
 #include "VtCheckbox.h"
@@ -22,16 +21,10 @@
 #include "event/VtCalendarEventSaver.h"
 #include "event/VtCalendarNewEventView.h"
 #include "event/VtCalendarSaveRules.h"
+#include "event_support.h"
 #include "recur/VtCalendarSetRecurMsg.h"
 
 namespace {
-
-struct Heard : PLListener {
-    void Listen(PLMessage* message) override {
-        messages.emplace_back(message->GetMessageID(), message->GetSenderID());
-    }
-    std::vector<std::pair<uint32_t, uint32_t>> messages;
-};
 
 class FormViewTest : public ::testing::Test {
 protected:
@@ -85,7 +78,7 @@ protected:
     ScratchRoot mRoot;
     PLDate mDate{2026, 11, 21};
     PLTime mTime{8, 0, 0};
-    Heard mHeard;
+    HeardMessages mHeard;
 };
 
 TEST_F(FormViewTest, EditingAStoredRepeatingEvent) {
@@ -119,7 +112,7 @@ TEST_F(FormViewTest, EditingAStoredRepeatingEvent) {
     EXPECT_EQ(saved.alertInfoId, stored.alertInfoId);
     const std::vector<std::pair<uint32_t, uint32_t>> expected = {{kPLMsgValue, kEditEventViewID},
                                                                  {kPLMsgControl, kEditEventSave}};
-    EXPECT_EQ(mHeard.messages, expected);
+    EXPECT_EQ(mHeard.heard, expected);
     EXPECT_EQ(mDate, PLDate(2026, 11, 23)) << "the views open on the saved event's day";
     EXPECT_EQ(mTime.GetHour(), 10);
 }
@@ -206,7 +199,7 @@ TEST_F(FormViewTest, NewEventFromTheSelection) {
     // Leaving an untouched form asks nothing and tells the application to close it.
     Send(*form, kPLMsgControl, kNewEventCancel);
     const std::vector<std::pair<uint32_t, uint32_t>> expected = {{kPLMsgControl, kNewEventCancel}};
-    EXPECT_EQ(mHeard.messages, expected);
+    EXPECT_EQ(mHeard.heard, expected);
     EXPECT_TRUE(APEventRec().ListEventIds(0, 0).empty());
 
     // Saved by the application's call: stored, and the form is empty again.

@@ -7,31 +7,12 @@
 #include <filesystem>
 #include <tuple>
 
-#include "PLAppContext.h"
 #include "PLDeviceRoot.h"
-#include "PLEvent.h"
-#include "PLEventLoop.h"
-#include "PLEventSource.h"
-#include "PLScreen.h"
-#include "PLView.h"
 #include "VtShare.h"
+#include "platform/toolkit/gui_support.h"
 #include "store_support.h"
 
 namespace {
-
-// Hands the event loop a fixed list of events, then reports the end of input.
-struct ScriptedSource : PLEventSource {
-    explicit ScriptedSource(std::deque<PLEvent> script) : events(std::move(script)) {}
-    bool NextEvent(PLEventLoop&, PLEvent& event) override {
-        if (events.empty()) {
-            return false;
-        }
-        event = events.front();
-        events.pop_front();
-        return true;
-    }
-    std::deque<PLEvent> events;
-};
 
 // Screen points of the sheet's two buttons (the sheet sits below the 45-pixel status area).
 constexpr int kSaveX = 120, kCancelX = 218, kBarY = 45 + 239 + 18;
@@ -40,11 +21,11 @@ constexpr int kSaveX = 120, kCancelX = 218, kBarY = 45 + 239 + 18;
 std::deque<PLEvent> Script(std::initializer_list<std::pair<int, int>> taps, int key = -1) {
     std::deque<PLEvent> events;
     for (const auto& [x, y] : taps) {
-        const PLPoint at{int16_t(y), int16_t(x)};
-        events.insert(events.end(), {{PLEvent::Kind::PenDown, at}, {PLEvent::Kind::PenUp, at}});
+        events.insert(events.end(),
+                      {Pen(PLEvent::Kind::PenDown, x, y), Pen(PLEvent::Kind::PenUp, x, y)});
     }
     if (key >= 0) {
-        events.push_back({PLEvent::Kind::Key, {}, uint8_t(key)});
+        events.push_back(Key(uint8_t(key)));
     }
     return events;
 }
@@ -72,7 +53,8 @@ protected:
         StoreRootTest::TearDown();
     }
     int Share(const std::vector<std::string>& files, std::deque<PLEvent> script) {
-        ScriptedSource source(std::move(script));
+        FakeEventSource source;
+        source.events = std::move(script);
         PLEventLoop& loop = PLAppContext::GetInstance()->GetEventLoop();
         loop.SetSource(&source);
         PLVector<PLBasicString<char>> paths;
