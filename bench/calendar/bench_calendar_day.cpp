@@ -7,7 +7,6 @@
 // offsets remembered, on a 2-core machine, release build: DayReloadRepaint 0.69-0.72 ms (1.3 ms
 // before connections and offsets were kept), DayQuery 0.51 ms, PlainSqlDayQuery 0.92 ms.
 #include <benchmark/benchmark.h>
-#include <sqlite3.h>
 
 #include <cstdio>
 #include <random>
@@ -16,10 +15,10 @@
 
 #include "APEventRec.h"
 #include "BenchEvents.h"
+#include "BenchPlainSql.h"
 #include "BenchStoreCache.h"
 #include "BenchViewScreen.h"
 #include "PLAppContext.h"
-#include "PLDeviceRoot.h"
 #include "PLScreen.h"
 #include "PLView.h"
 #include "app/VtCalendarEventStore.h"
@@ -174,29 +173,13 @@ void PlainSqlDayQuery(benchmark::State& state) {
     if (!UseStore(state)) {
         return;
     }
-    sqlite3* db = nullptr;
-    sqlite3_open_v2(PLDeviceRoot::Resolve(kAPEventStoreDevicePath).c_str(), &db,
-                    SQLITE_OPEN_READONLY, nullptr);
-    sqlite3_stmt* stmt = nullptr;
-    sqlite3_prepare_v2(db,
-                       "SELECT id, start_ts, end_ts, last_ts, kind, a, b, all_day, record "
-                       "FROM events WHERE start_ts <= ?2 AND "
-                       "(CASE WHEN kind IN (1, 2, 4, 8) THEN last_ts ELSE end_ts END) > ?1 "
-                       "ORDER BY start_ts, id",
-                       -1, &stmt, nullptr);
-    long rows = 0;
-    for (auto _ : state) {
-        sqlite3_reset(stmt);
-        sqlite3_bind_int64(stmt, 1, kDayStart);
-        sqlite3_bind_int64(stmt, 2, kDayEnd);
-        rows = 0;
-        while (sqlite3_step(stmt) == SQLITE_ROW) {
-            benchmark::DoNotOptimize(sqlite3_column_blob(stmt, 8));
-            ++rows;
-        }
-    }
-    sqlite3_finalize(stmt);
-    sqlite3_close(db);
+    const long rows =
+        BenchPlainSqlRange(state,
+                           "SELECT id, start_ts, end_ts, last_ts, kind, a, b, all_day, record "
+                           "FROM events WHERE start_ts <= ?2 AND "
+                           "(CASE WHEN kind IN (1, 2, 4, 8) THEN last_ts ELSE end_ts END) > ?1 "
+                           "ORDER BY start_ts, id",
+                           kDayStart, kDayEnd, 8);
     state.counters["rows"] = double(rows);
 }
 

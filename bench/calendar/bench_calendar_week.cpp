@@ -14,7 +14,6 @@
 
 #include "BenchEvents.h"
 #include "BenchLibical.h"
-#include "BenchStoreCache.h"
 #include "BenchViewScreen.h"
 #include "PLAppContext.h"
 #include "PLScreen.h"
@@ -24,29 +23,10 @@
 
 namespace {
 
-constexpr int kEvents = 10000;
 constexpr int kRepeating = 1000;
-// The shown week: Sunday 15 .. Saturday 21 November 2026. The store is the month benchmark's
-// (its events are placed around November 2026), so both share one cached store per age.
-const long kMonthStart = BenchUtc(2026, 11, 1);
+// The shown week: Sunday 15 .. Saturday 21 November 2026, in the month benchmark's store.
 const long kWeekStart = BenchUtc(2026, 11, 15);
 const long kWeekEnd = BenchUtc(2026, 11, 22);
-
-enum Age { kOneYear = 1, kTenYears = 10, kUpToTwenty = 20 };
-
-std::vector<_EventRecInfo> MakeEvents(Age age) {
-    BenchEventsShape shape;
-    shape.events = kEvents;
-    shape.repeating = kRepeating;
-    shape.ageYears = age == kUpToTwenty ? 0 : int(age);
-    shape.shownStart = kMonthStart;
-    return BenchMakeEvents(shape);
-}
-
-bool UseStore(Age age, std::string& error) {
-    return BenchStoreCache::Use(
-        "calendar-month-" + std::to_string(int(age)), [age] { return MakeEvents(age); }, error);
-}
 
 // The week view on the screen's root, as the application shows it.
 BenchViewScreen<VtCalendarWeekView> WeekScreen() {
@@ -58,7 +38,7 @@ BenchViewScreen<VtCalendarWeekView> WeekScreen() {
 
 void WeekReloadRepaint(benchmark::State& state) {
     std::string error;
-    if (!UseStore(Age(state.range(0)), error)) {
+    if (!BenchUseNovemberStore(BenchAge(state.range(0)), error)) {
         state.SkipWithError(error.c_str());
         return;
     }
@@ -76,7 +56,7 @@ void WeekReloadRepaint(benchmark::State& state) {
 // The strip and the hour bars alone, on the list the store returned.
 void WeekLayout(benchmark::State& state) {
     std::string error;
-    if (!UseStore(Age(state.range(0)), error)) {
+    if (!BenchUseNovemberStore(BenchAge(state.range(0)), error)) {
         state.SkipWithError(error.c_str());
         return;
     }
@@ -94,7 +74,7 @@ void WeekLayout(benchmark::State& state) {
 // One of the two store queries of a reload, with its midnight pass.
 void WeekQuery(benchmark::State& state) {
     std::string error;
-    if (!UseStore(Age(state.range(0)), error)) {
+    if (!BenchUseNovemberStore(BenchAge(state.range(0)), error)) {
         state.SkipWithError(error.c_str());
         return;
     }
@@ -108,7 +88,7 @@ void WeekQuery(benchmark::State& state) {
 // The repaint alone: header, strip and the hour table.
 void WeekRepaint(benchmark::State& state) {
     std::string error;
-    if (!UseStore(Age(state.range(0)), error)) {
+    if (!BenchUseNovemberStore(BenchAge(state.range(0)), error)) {
         state.SkipWithError(error.c_str());
         return;
     }
@@ -122,7 +102,7 @@ void WeekRepaint(benchmark::State& state) {
 
 // libical expanding the same rules from their starts through the shown week.
 void LibicalExpandWeek(benchmark::State& state) {
-    const BenchLibicalRules rules(MakeEvents(Age(state.range(0))), kRepeating);
+    const BenchLibicalRules rules(BenchNovemberEvents(BenchAge(state.range(0))), kRepeating);
     long occurrences = 0;
     for (auto _ : state) {
         occurrences = rules.Count(kWeekStart, kWeekEnd);
@@ -132,7 +112,7 @@ void LibicalExpandWeek(benchmark::State& state) {
 }
 
 void Ages(benchmark::internal::Benchmark* b) {
-    b->ArgName("years")->Arg(kOneYear)->Arg(kTenYears)->Arg(kUpToTwenty);
+    b->ArgName("years")->Arg(kBenchOneYear)->Arg(kBenchTenYears)->Arg(kBenchUpToTwenty);
     b->Unit(benchmark::kMicrosecond)->Repetitions(5)->ReportAggregatesOnly(true);
 }
 

@@ -7,7 +7,6 @@
 // the 10^6 store, whose 10^5 series are more than the copy keeps and are read from SQLite as
 // before.
 #include <benchmark/benchmark.h>
-#include <sqlite3.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -20,8 +19,8 @@
 #include "APDatabase.h"
 #include "APEventRec.h"
 #include "APStoreFiles.h"
+#include "BenchPlainSql.h"
 #include "BenchStoreCache.h"
-#include "PLDeviceRoot.h"
 #include "PLTimeStamp.h"
 
 namespace {
@@ -143,30 +142,13 @@ void PlainSqlMonthQuery(benchmark::State& state) {
     if (!UseStore(state)) {
         return;
     }
-    sqlite3* db = nullptr;
-    sqlite3_open_v2(PLDeviceRoot::Resolve(kAPEventStoreDevicePath).c_str(), &db,
-                    SQLITE_OPEN_READONLY, nullptr);
-    sqlite3_stmt* stmt = nullptr;
-    sqlite3_prepare_v2(
-        db,
+    const long rows = BenchPlainSqlRange(
+        state,
         "SELECT id, start_ts, end_ts, last_ts, kind, a, b, colour, all_day "
         "FROM events WHERE start_ts < ?2 AND "
         "(CASE WHEN kind IN (1, 2, 4, 8) THEN max(end_ts, last_ts + 1) ELSE end_ts END) > ?1 "
         "ORDER BY start_ts, id",
-        -1, &stmt, nullptr);
-    long rows = 0;
-    for (auto _ : state) {
-        sqlite3_reset(stmt);
-        sqlite3_bind_int64(stmt, 1, kMonthStart);
-        sqlite3_bind_int64(stmt, 2, kMonthEnd);
-        rows = 0;
-        while (sqlite3_step(stmt) == SQLITE_ROW) {
-            benchmark::DoNotOptimize(sqlite3_column_int(stmt, 0));
-            ++rows;
-        }
-    }
-    sqlite3_finalize(stmt);
-    sqlite3_close(db);
+        kMonthStart, kMonthEnd, 0);
     state.counters["nodes"] = double(rows);
     state.counters["store"] = double(state.range(0));
 }

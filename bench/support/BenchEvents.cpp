@@ -6,6 +6,7 @@
 #include <ctime>
 #include <random>
 
+#include "BenchStoreCache.h"
 #include "recur/_RecurInfo.h"
 
 long BenchUtc(int year, int month, int day, int hour) {
@@ -82,4 +83,17 @@ std::vector<_EventRecInfo> BenchMakeEvents(const BenchEventsShape& shape) {
         events.push_back(record);
     }
     return events;
+}
+
+std::vector<_EventRecInfo> BenchNovemberEvents(BenchAge age) {
+    BenchEventsShape shape;
+    shape.ageYears = age == kBenchUpToTwenty ? 0 : int(age);
+    shape.shownStart = BenchUtc(2026, 11, 1);
+    return BenchMakeEvents(shape);
+}
+
+bool BenchUseNovemberStore(BenchAge age, std::string& error) {
+    return BenchStoreCache::Use(
+        "calendar-month-" + std::to_string(int(age)), [age] { return BenchNovemberEvents(age); },
+        error);
 }

@@ -3,6 +3,7 @@
 // the shown month. Stamps are UTC; the benchmarks run with TZ=UTC.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "APEventRecords.h"
@@ -22,3 +23,13 @@ std::vector<_EventRecInfo> BenchMakeEvents(const BenchEventsShape& shape);
 
 // Seconds since the epoch of a UTC date and hour.
 long BenchUtc(int year, int month, int day, int hour = 0);
+
+// How long before November 2026 the repeating series of the month and week benchmarks' store
+// began: exactly one or ten years, or anywhere up to twenty.
+enum BenchAge { kBenchOneYear = 1, kBenchTenYears = 10, kBenchUpToTwenty = 20 };
+
+// The events of that store: 10^4, of which 10^3 repeat, all running through November 2026.
+std::vector<_EventRecInfo> BenchNovemberEvents(BenchAge age);
+// Points the device root at that store (one per age, shared by the benchmarks that show
+// November 2026), writing it on first use. False with the reason in `error`.
+bool BenchUseNovemberStore(BenchAge age, std::string& error);
