@@ -5,18 +5,12 @@
 #include "PLEventDispatcher.h"
 
 extern "C" int InitApplication(PLAppContext* context) {
-    auto* application = new GalleryApp();
-    context->SetApplication(application);
-    application->Initialize();
-    context->GetEventDispatcher().AddListener(application);
+    PLInstallApplication<GalleryApp>(context);
     return 0;
 }
 
 extern "C" int CleanupApplication(const PLAppContext* context) {
-    // The loader hands a const context; the application object is this module's to delete.
-    auto* own = const_cast<PLAppContext*>(context);
-    delete own->GetApplication();
-    own->SetApplication(nullptr);
+    PLRemoveApplication(context);
     return 0;
 }
 

@@ -34,17 +34,12 @@ private:
 }  // namespace
 
 extern "C" int InitApplication(PLAppContext* context) {
-    auto* application = new RecurHarnessApp();
-    context->SetApplication(application);
-    application->Initialize();
-    context->GetEventDispatcher().AddListener(application);
+    PLInstallApplication<RecurHarnessApp>(context);
     return 0;
 }
 
 extern "C" int CleanupApplication(const PLAppContext* context) {
-    auto* own = const_cast<PLAppContext*>(context);
-    delete own->GetApplication();
-    own->SetApplication(nullptr);
+    PLRemoveApplication(context);
     return 0;
 }
 
