@@ -102,6 +102,9 @@ int RunWriter(const std::string& stop, const std::string& tag) {
         }
         // Every third event is deleted again, so that deletes interleave with the others' adds.
         if (i % 3 == 2 && previous > 0) {
+            // Said first: a writer killed between the delete and "del" leaves its id in doubt.
+            std::printf("deleting %d\n", previous);
+            std::fflush(stdout);
             APEventRec store;
             if (store.DeleteEventRec(previous) == 1) {
                 std::printf("del %d\n", previous);
