@@ -112,15 +112,27 @@ long ShowInfoDialog(uint32_t bitmapId, uint32_t textId, long buttonMode, long si
     if (buttonMode != 0 && buttonMode != 1) {
         return 0;
     }
-    const auto* icon = static_cast<const PLBitmap*>(
-        PLAppContext::GetInstance()->GetResource(kPLResBitmap, bitmapId, kPLWildcard));
     const bool question = buttonMode == 1;
     std::unique_ptr<VtInfoDialog> dialog(MakeVtInfoDialog(
-        InfoDialogPoint(sizeMode), icon, kEmptyString, APGetStr(textId), kInfoDialogFirstButton,
-        APGetStr(kTextOk), question ? kInfoDialogSecondButton : 0,
+        InfoDialogPoint(sizeMode), CalendarBitmap(bitmapId), kEmptyString, APGetStr(textId),
+        kInfoDialogFirstButton, APGetStr(kTextOk), question ? kInfoDialogSecondButton : 0,
         question ? APGetStr(kTextCancel) : kEmptyString, displayTime, nullptr));
     if (!dialog) {
         return 0;
     }
     return dialog->ModalDialog();
+}
+
+const PLBitmap* CalendarBitmap(uint32_t id) {
+    return static_cast<const PLBitmap*>(
+        PLAppContext::GetInstance()->GetResource(kPLResBitmap, id, kPLWildcard));
+}
+
+long AskCalendarQuestion(uint32_t iconId, const PLBasicString<char>& title,
+                         const PLBasicString<char>& body, uint32_t yesId, uint32_t yesLabel,
+                         uint32_t noId) {
+    std::unique_ptr<VtInfoDialog> dialog(MakeVtInfoDialog(PLPoint(149, 228), CalendarBitmap(iconId),
+                                                          title, body, yesId, APGetStr(yesLabel),
+                                                          noId, APGetStr(kTextCancel), 0, nullptr));
+    return dialog ? dialog->ModalDialog() : kVtDialogNoButton;
 }

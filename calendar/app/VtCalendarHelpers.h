@@ -6,9 +6,12 @@
 #include <cstdint>
 
 #include "APEventRecords.h"
+#include "PLBasicString.h"
 #include "PLDate.h"
 #include "PLPoint.h"
 #include "PLTime.h"
+
+class PLBitmap;
 
 // Button ids of the date dialog and the notice dialog.
 constexpr uint32_t kDateDialogAccept = 11004;
@@ -47,5 +50,14 @@ void DeleteEvent(const _EventRecInfo& record);
 // modes show nothing and return 0.
 long ShowInfoDialog(uint32_t bitmapId, uint32_t textId, long buttonMode, long sizeMode,
                     long displayTime);
+// A bitmap of the loaded resource files by id; null when there is none.
+const PLBitmap* CalendarBitmap(uint32_t id);
+// Asks a two-button question where every calendar question sits, (149, 228): the picture
+// `iconId`, the texts `title` and `body` (either may be empty), a yes button (`yesId`, labelled
+// with the text `yesLabel`) and a cancel button (`noId`). Returns the id of the closing button,
+// kVtDialogNoButton when the dialog cannot be made.
+long AskCalendarQuestion(uint32_t iconId, const PLBasicString<char>& title,
+                         const PLBasicString<char>& body, uint32_t yesId, uint32_t yesLabel,
+                         uint32_t noId);
 // The dialog's point argument (vertical first) for a size mode.
 PLPoint InfoDialogPoint(long sizeMode);

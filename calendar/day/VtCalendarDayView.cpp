@@ -47,11 +47,6 @@ constexpr PLRGBColor kBlack{0, 0, 0};
 const PLBasicString<char> kNewEventRecipient("calendar");
 const PLBasicString<char> kNewEventSender("dayview");
 
-const PLBitmap* Bitmap(uint32_t id) {
-    return static_cast<const PLBitmap*>(
-        PLAppContext::GetInstance()->GetResource(kPLResBitmap, id, kPLWildcard));
-}
-
 // Whether a node belongs in a header row: all day, or its first and last day differ.
 bool IsHeaderNode(const APDayEventNode& node) {
     return node.allDay != 0 || node.firstDay.dayNumber != node.lastDay.dayNumber;
@@ -73,9 +68,9 @@ VtCalendarDayView::VtCalendarDayView(uint32_t id, PLDate* selectDate, PLTime* se
     SetBroadcaster(new PLBroadcaster, true);
     SetComponentListener(nullptr, true, false);
     mShownDate = *selectDate;
-    mLunarStripBitmap = Bitmap(kLunarStripID);
-    mIconBitmapA = Bitmap(kIconAID);
-    mIconBitmapB = Bitmap(kIconBID);
+    mLunarStripBitmap = CalendarBitmap(kLunarStripID);
+    mIconBitmapA = CalendarBitmap(kIconAID);
+    mIconBitmapB = CalendarBitmap(kIconBID);
     const uint32_t options[][2] = {
         {10002, 11811}, {10012, kOptionGoToDate}, {30122, kDayOptionDeleteEvents}, {30262, 11816}};
     mOptionsMenu.reset(VtCalendarMakeMenu(kOptionsMenuID, options, 4));

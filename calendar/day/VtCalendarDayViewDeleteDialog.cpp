@@ -18,6 +18,7 @@
 #include "VtWidgets.h"
 #include "app/VtCalendarBroadcasts.h"
 #include "app/VtCalendarEventStore.h"
+#include "app/VtCalendarHelpers.h"
 #include "day/VtCalendarDayViewItem.h"
 
 namespace {
@@ -31,7 +32,6 @@ constexpr uint32_t kTextDelete = 30122;
 constexpr uint32_t kTextSelectAll = 30142;
 constexpr uint32_t kTextNoEvents = 30172;
 constexpr uint32_t kTextOk = 30002;
-constexpr uint32_t kTextCancel = 30012;
 constexpr uint32_t kEventsChangedValue = 111;
 
 // The second names of the messages to the day view and the home screen; receivers read only the
@@ -39,17 +39,9 @@ constexpr uint32_t kEventsChangedValue = 111;
 const PLBasicString<char> kDeletedNotice("deleted");
 const PLBasicString<char> kCalendarName("com.mdz.calendar.v1");
 
-const PLBitmap* Bitmap(uint32_t id) {
-    return static_cast<const PLBitmap*>(
-        PLAppContext::GetInstance()->GetResource(kPLResBitmap, id, kPLWildcard));
-}
-
 long AskDeleteSeries() {
-    std::unique_ptr<VtInfoDialog> question(
-        MakeVtInfoDialog(PLPoint(149, 228), Bitmap(kSeriesIconID), APGetStr(kSeriesText),
-                         kEmptyString, kDayDeleteSeriesYes, APGetStr(kTextOk), kDayDeleteSeriesNo,
-                         APGetStr(kTextCancel), 0, nullptr));
-    return question ? question->ModalDialog() : kVtDialogNoButton;
+    return AskCalendarQuestion(kSeriesIconID, APGetStr(kSeriesText), kEmptyString,
+                               kDayDeleteSeriesYes, kTextOk, kDayDeleteSeriesNo);
 }
 
 // The main view on the application's root view, which takes the keys again.
@@ -76,7 +68,7 @@ VtCalendarDayViewDeleteDialog::VtCalendarDayViewDeleteDialog(uint32_t id,
     SetBroadcaster(new PLBroadcaster, true);
     SetComponentListener(nullptr, true, false);
     SetHasBmpBackground(true, true);
-    mRowIcon = Bitmap(kRowIconID);
+    mRowIcon = CalendarBitmap(kRowIconID);
     mTopBar = MakeVtCheckTopBar(kDayDeleteTopBar, PLPoint(0, 0), 240, APGetStr(kTextDelete),
                                 APGetStr(kTextSelectAll), 0, 0, 0);
     AddSubPane(mTopBar, false);

@@ -13,6 +13,7 @@
 #include "PLFont.h"
 #include "PLMessage.h"
 #include "VtWidgets.h"
+#include "app/VtCalendarHelpers.h"
 #include "day/VtCalendarDayView.h"
 
 namespace {
@@ -28,11 +29,6 @@ constexpr int kTextRight = 220;
 constexpr PLRGBColor kRowGrey{228, 228, 228};
 constexpr PLRGBColor kWhite{255, 255, 255};
 constexpr PLRGBColor kBlack{0, 0, 0};
-
-const PLBitmap* Bitmap(uint32_t id) {
-    return static_cast<const PLBitmap*>(
-        PLAppContext::GetInstance()->GetResource(kPLResBitmap, id, kPLWildcard));
-}
 
 long ReadTimeFormat(const VtCalendarDayView* owner) {
     if (owner != nullptr) {
@@ -57,8 +53,8 @@ VtCalendarDayViewItem::VtCalendarDayViewItem(const APDayEventNode* node, int hou
     SetHasBmpBackground(false, true);
     PLAppContext* context = PLAppContext::GetInstance();
     mLabelBitmap = context->GetBitmapFamily(kLabelFamilyID);
-    mIconBitmapA = Bitmap(kIconAID);
-    mIconBitmapB = Bitmap(kIconBID);
+    mIconBitmapA = CalendarBitmap(kIconAID);
+    mIconBitmapB = CalendarBitmap(kIconBID);
     SetEvent(node);
     if (!header && (!continuation || node == nullptr)) {
         MakeHourLabel(commandID);

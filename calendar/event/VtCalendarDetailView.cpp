@@ -40,7 +40,6 @@ constexpr uint32_t kTextEdit = 12122;
 constexpr uint32_t kTextShare = 12132;
 constexpr uint32_t kTextDelete = 30122;
 constexpr uint32_t kTextOk = 30002;
-constexpr uint32_t kTextCancel = 30012;
 constexpr uint32_t kTextMissing = 12102;
 constexpr uint32_t kBitmapSeries = 32130;
 constexpr uint32_t kBitmapDelete = 32180;
@@ -197,12 +196,8 @@ void VtCalendarDetailView::OnMenu(uint32_t entry) {
 
 bool VtCalendarDetailView::Ask(uint32_t bitmapID, uint32_t textID, uint32_t yesID,
                                uint32_t yesLabel, uint32_t noID) {
-    const auto* icon = static_cast<const PLBitmap*>(
-        PLAppContext::GetInstance()->GetResource(kPLResBitmap, bitmapID, kPLWildcard));
-    std::unique_ptr<VtInfoDialog> dialog(
-        MakeVtInfoDialog(PLPoint(149, 228), icon, kEmptyString, APGetStr(textID), yesID,
-                         APGetStr(yesLabel), noID, APGetStr(kTextCancel), 0, nullptr));
-    const bool yes = dialog && dialog->ModalDialog() == long(yesID);
+    const bool yes = AskCalendarQuestion(bitmapID, kEmptyString, APGetStr(textID), yesID, yesLabel,
+                                         noID) == long(yesID);
     Loop().SetTarget(this);
     return yes;
 }

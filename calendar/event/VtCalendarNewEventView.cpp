@@ -773,12 +773,8 @@ void VtCalendarNewEventView::DropRecurScreens() {
 // Saving and leaving
 
 bool VtCalendarNewEventView::AskEmptySubject() const {
-    const auto* icon = static_cast<const PLBitmap*>(
-        PLAppContext::GetInstance()->GetResource(kPLResBitmap, kQuestionPicture, kPLWildcard));
-    std::unique_ptr<VtInfoDialog> dialog(
-        MakeVtInfoDialog(PLPoint(149, 228), icon, kEmptyString, Text(kTextEmptySubject),
-                         kSubjectYes, Text(30002), kSubjectNo, Text(30012), 0, nullptr));
-    return dialog && dialog->ModalDialog() == long(kSubjectYes);
+    return AskCalendarQuestion(kQuestionPicture, kEmptyString, Text(kTextEmptySubject), kSubjectYes,
+                               30002, kSubjectNo) == long(kSubjectYes);
 }
 
 bool VtCalendarNewEventView::Save() {

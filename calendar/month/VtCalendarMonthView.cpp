@@ -40,7 +40,6 @@ constexpr uint32_t kDeleteAllText = 10862;
 constexpr uint32_t kDeleteSeriesIcon = 32130;
 constexpr uint32_t kDeleteSeriesText = 11162;
 constexpr uint32_t kTextOk = 30002;
-constexpr uint32_t kTextCancel = 30012;
 constexpr uint32_t kEventDeletedElsewhere = 12203;
 constexpr long kHeaderTitleTapped = 3;
 
@@ -55,14 +54,9 @@ constexpr PLRGBColor kTodayBlue{0, 102, 255};
 constexpr PLRGBColor kWeekendRed{204, 0, 0};
 constexpr PLRGBColor kBlack{0, 0, 0};
 
-// Asks a two-button question; returns the id of the button that closed it.
+// Asks a two-button question, its text in the dialog's body; returns the closing button's id.
 long AskQuestion(uint32_t iconID, uint32_t textID, uint32_t yesID, uint32_t noID) {
-    const auto* icon = static_cast<const PLBitmap*>(
-        PLAppContext::GetInstance()->GetResource(kPLResBitmap, iconID, kPLWildcard));
-    std::unique_ptr<VtInfoDialog> dialog(
-        MakeVtInfoDialog(PLPoint(149, 228), icon, kEmptyString, APGetStr(textID), yesID,
-                         APGetStr(kTextOk), noID, APGetStr(kTextCancel), 0, nullptr));
-    return dialog ? dialog->ModalDialog() : kVtDialogNoButton;
+    return AskCalendarQuestion(iconID, kEmptyString, APGetStr(textID), yesID, kTextOk, noID);
 }
 
 }  // namespace
@@ -70,8 +64,7 @@ long AskQuestion(uint32_t iconID, uint32_t textID, uint32_t yesID, uint32_t noID
 VtCalendarMonthView::VtCalendarMonthView(uint32_t id, PLDate* selectDate)
     : PLView(id, kViewLocation, kViewSize), mSelectDate(selectDate) {
     assert(selectDate != nullptr && "the month view shows the shared selected date");
-    mHeaderBitmap = static_cast<const PLBitmap*>(
-        PLAppContext::GetInstance()->GetResource(kPLResBitmap, kHeaderBitmapID, kPLWildcard));
+    mHeaderBitmap = CalendarBitmap(kHeaderBitmapID);
     BuildMenus();
 }
 

@@ -56,7 +56,6 @@ constexpr uint32_t kDeleteSeriesNo = 12207;
 constexpr uint32_t kDeleteSeriesIcon = 32130;
 constexpr uint32_t kDeleteSeriesText = 11162;
 constexpr uint32_t kTextOk = 30002;
-constexpr uint32_t kTextCancel = 30012;
 
 // Weekday names by weekday 1 (Sunday) .. 7 (Saturday).
 constexpr uint32_t kWeekdayLabels[8] = {0, 30592, 30532, 30542, 30552, 30562, 30572, 30582};
@@ -64,11 +63,6 @@ constexpr uint32_t kWeekdayLabels[8] = {0, 30592, 30532, 30542, 30552, 30562, 30
 constexpr PLRGBColor kWhite{255, 255, 255};
 constexpr PLRGBColor kTodayBlue{0, 102, 255};
 constexpr PLRGBColor kWeekendRed{204, 0, 0};
-
-const PLBitmap* LoadBitmap(uint32_t id) {
-    return static_cast<const PLBitmap*>(
-        PLAppContext::GetInstance()->GetResource(kPLResBitmap, id, kPLWildcard));
-}
 
 // A copy of a one-pixel strip, its single column repeated across a button's width.
 PLBitmap* Widen(const PLBitmap* strip, int height) {
@@ -90,12 +84,9 @@ std::unique_ptr<PLBitmapFamily> MakeFamily(const PLBitmap* pressed, const PLBitm
     return family;
 }
 
-// Asks a two-button question; returns the id of the button that closed it.
+// Asks a two-button question, its text in the dialog's title; returns the closing button's id.
 long AskQuestion(uint32_t iconID, uint32_t textID, uint32_t yesID, uint32_t noID) {
-    std::unique_ptr<VtInfoDialog> dialog(
-        MakeVtInfoDialog(PLPoint(149, 228), LoadBitmap(iconID), APGetStr(textID), kEmptyString,
-                         yesID, APGetStr(kTextOk), noID, APGetStr(kTextCancel), 0, nullptr));
-    return dialog ? dialog->ModalDialog() : kVtDialogNoButton;
+    return AskCalendarQuestion(iconID, APGetStr(textID), kEmptyString, yesID, kTextOk, noID);
 }
 
 }  // namespace
@@ -142,10 +133,10 @@ VtCalendarWeekView* VtCalendarWeekView::Make(uint32_t id, PLDate* selectDate,
 // ------------------------------------------------------------------------------ construction
 
 void VtCalendarWeekView::MakeBitmapFamilies() {
-    mColumnBitmapA = LoadBitmap(kColumnStripA);
-    mColumnBitmapB = LoadBitmap(kColumnStripB);
-    mNameBitmapA = LoadBitmap(kNameStripA);
-    mNameBitmapB = LoadBitmap(kNameStripB);
+    mColumnBitmapA = CalendarBitmap(kColumnStripA);
+    mColumnBitmapB = CalendarBitmap(kColumnStripB);
+    mNameBitmapA = CalendarBitmap(kNameStripA);
+    mNameBitmapB = CalendarBitmap(kNameStripB);
     mDayFamily = MakeFamily(mColumnBitmapA, mColumnBitmapB, kColumnHeight);
     mNameFamily = MakeFamily(mNameBitmapA, mNameBitmapB, kNameHeight);
 }
