@@ -50,17 +50,7 @@ DerivedColumns Derive(const _EventRecInfo& record) {
 }
 
 // One row of a range scan: what a node needs, without the record.
-struct Candidate {
-    int32_t id;
-    int32_t start;
-    int32_t end;
-    int32_t last;
-    int32_t kind;
-    int32_t a;
-    int32_t b;
-    uint32_t colour;
-    uint8_t allDay;
-};
+using Candidate = APRangeRow;
 
 // Dates of an event as the views read them.
 struct EventDays {
@@ -179,8 +169,8 @@ bool APEventRec::Impl::ScanLevels(long from, long to, std::vector<Candidate>& ou
     const APSeriesCache::Rows series = APSeriesCache::Get(db);
     if (series) {
         for (const APSeriesRow& r : *series) {
-            if (r.start > low - r.len && r.start < high && r.reach > low) {
-                out.push_back({r.id, r.start, r.end, r.last, r.kind, r.a, r.b, r.colour, r.allDay});
+            if (r.columns.start > low - r.len && r.columns.start < high && r.reach > low) {
+                out.push_back(r.columns);
             }
         }
     }
@@ -190,10 +180,7 @@ bool APEventRec::Impl::ScanLevels(long from, long to, std::vector<Candidate>& ou
     sqlite3_bind_int(s, 3, series ? APSeriesCache::kFirstLevel : kNoLevelLimit);
     int rc;
     while ((rc = sqlite3_step(s)) == SQLITE_ROW) {
-        out.push_back({sqlite3_column_int(s, 0), sqlite3_column_int(s, 1), sqlite3_column_int(s, 2),
-                       sqlite3_column_int(s, 3), sqlite3_column_int(s, 4), sqlite3_column_int(s, 5),
-                       sqlite3_column_int(s, 6), uint32_t(sqlite3_column_int64(s, 7)),
-                       uint8_t(sqlite3_column_int(s, 8))});
+        out.push_back(APReadRangeRow(s));
     }
     const bool done = rc == SQLITE_DONE;
     if (!done) {

@@ -46,12 +46,8 @@ APSeriesCache::Rows APSeriesCache::ReadRows(sqlite3* db, bool& tooMany) {
     auto rows = std::make_shared<std::vector<APSeriesRow>>();
     int rc;
     while ((rc = sqlite3_step(s)) == SQLITE_ROW) {
-        rows->push_back({sqlite3_column_int(s, 0), sqlite3_column_int(s, 1),
-                         sqlite3_column_int(s, 2), sqlite3_column_int(s, 3),
-                         sqlite3_column_int(s, 4), sqlite3_column_int(s, 5),
-                         sqlite3_column_int(s, 6), uint32_t(sqlite3_column_int64(s, 7)),
-                         uint8_t(sqlite3_column_int(s, 8)), sqlite3_column_int64(s, 9),
-                         sqlite3_column_int64(s, 10)});
+        rows->push_back(
+            {APReadRangeRow(s), sqlite3_column_int64(s, 9), sqlite3_column_int64(s, 10)});
     }
     sqlite3_finalize(s);
     tooMany = rows->size() > kMaxRows;
@@ -59,6 +55,14 @@ APSeriesCache::Rows APSeriesCache::ReadRows(sqlite3* db, bool& tooMany) {
         return nullptr;
     }
     return rows;
+}
+
+APRangeRow APReadRangeRow(sqlite3_stmt* s) {
+    return {sqlite3_column_int(s, 0),         sqlite3_column_int(s, 1),
+            sqlite3_column_int(s, 2),         sqlite3_column_int(s, 3),
+            sqlite3_column_int(s, 4),         sqlite3_column_int(s, 5),
+            sqlite3_column_int(s, 6),         uint32_t(sqlite3_column_int64(s, 7)),
+            uint8_t(sqlite3_column_int(s, 8))};
 }
 
 APSeriesCache::Rows APSeriesCache::Get(APDatabase& store) {

@@ -17,9 +17,10 @@
 
 class APDatabase;
 struct sqlite3;
+struct sqlite3_stmt;
 
-// One long-reaching row with the columns of the range query and its level's length.
-struct APSeriesRow {
+// The columns a range query reads of a row: what a node needs, without the record.
+struct APRangeRow {
     int32_t id;
     int32_t start;
     int32_t end;
@@ -29,6 +30,15 @@ struct APSeriesRow {
     int32_t b;
     uint32_t colour;
     uint8_t allDay;
+};
+
+// The range columns of the current row of a statement that selects them first, in that order
+// (id, start_ts, end_ts, last_ts, kind, a, b, colour, all_day).
+APRangeRow APReadRangeRow(sqlite3_stmt* stmt);
+
+// One long-reaching row: the range query's columns, its reach and its level's length.
+struct APSeriesRow {
+    APRangeRow columns;
     int64_t reach;
     int64_t len;
 };
